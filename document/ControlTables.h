@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+
+// The vocabulary of a layout: control types, colours, target screens.
+
+enum ControlType : std::uint8_t {
+    kLabel = 0,
+    kFader = 1,
+    kKnob = 2,
+    kToggle = 3,
+    kPushButton = 4,
+};
+constexpr int kControlTypeCount = 5;
+
+enum DeviceType : std::uint8_t {
+    kIPhone = 0,
+    kIPad = 1,
+};
+constexpr int kDeviceCount = 2;
+
+enum Orientation : std::uint8_t {
+    kVertical = 0,
+    kHorizontal = 1,
+};
+constexpr int kOrientationCount = 2;
+
+constexpr int kNamedColorCount = 9;  // the colours a user can pick by name
+constexpr int kColorCount = 10;      // index 9, white, has a value but no name
+constexpr std::uint8_t kGray = 5;    // the colour of controls made from host records
+
+// The top band of every page, kept free of pasted controls.
+constexpr int kTitleBandHeight = 40;
+
+extern const char* const ControlTypes[kControlTypeCount];
+extern const char* const ColorTypes[kNamedColorCount];
+extern const std::uint32_t Colors[kColorCount];  // 0x00BBGGRR
+extern const char* const DeviceNames[kDeviceCount];
+extern const char* const OrientationNames[kOrientationCount];
+
+// Indexed by device + 2 * orientation.
+extern const std::int32_t ScreenW[4];
+extern const std::int32_t ScreenH[4];
+
+// TouchOSC's orientation words: index 0 "horizontal", index 1 "vertical".
+extern const char* const OrientationStr[2];
+
+extern const char EditorName[16];
+
+constexpr int ScreenIndex(int device, int orientation) { return device + 2 * orientation; }

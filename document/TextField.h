@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <string_view>
+
+// Layout texts live in fixed 256-byte fields. Every write goes through here so
+// that a text too long for its field is cut, never written past the field.
+template <std::size_t N>
+void CopyTextField(char (&field)[N], std::string_view text)
+{
+    const std::size_t length = text.size() < N - 1 ? text.size() : N - 1;
+    std::memcpy(field, text.data(), length);
+    field[length] = '\0';
+}
+
+// The text of a field that may lack its terminator.
+template <std::size_t N>
+std::string_view TextOf(const char (&field)[N])
+{
+    return {field, ::strnlen(field, N)};
+}

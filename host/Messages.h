@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// Message numbers shared by the module and its host. They travel as custom
+// event types, so their values must never change.
+constexpr unsigned WM_OSC_HOSTREQUEST = 0x8000;  // also the status text towards the host
+constexpr unsigned WM_OSC_SETTITLE = 0x8063;
+constexpr unsigned WM_OSC_SETEDITOR = 0x8064;
+constexpr unsigned WM_OSC_CANCLOSE = 32977;
+constexpr unsigned WM_OSC_TESTVALUE = 0x8127;
+constexpr unsigned WM_OSC_PROPERTIES = 0x83E7;
+constexpr unsigned WM_OSC_CONTEXTMENU = 0x83E8;
+constexpr unsigned WM_OSC_CLOSEFRAME = 204;
+
+// Codes in the first word of a host request record.
+enum HostRequestCode : std::intptr_t {
+    kRequestSetTitle = 2,
+    kRequestHelpTopic = 34,
+    kRequestSplitPath = 44,
+    kRequestSave = 70,
+    kRequestOpenEditor = 80,  // 'P'
+};
+
+constexpr std::intptr_t kHelpTopic = 17016;
+
+// Eleven words; the first is a request code. Words that carry pointers are
+// pointer-sized, so every word is.
+struct HostRequest {
+    std::intptr_t words[11] = {};
+};
+
+// The status text record sent with WM_OSC_HOSTREQUEST and word parameter 0:
+// word 0 holds 0x20 and word 8 points to a NUL-terminated text that lives only
+// for the duration of the send.
+struct StatusRecord {
+    std::intptr_t words[11] = {};
+};
+constexpr std::intptr_t kStatusRecordKind = 0x20;
+constexpr int kStatusTextWord = 8;
+
+// WM_OSC_TESTVALUE carries the control's value as its word parameter and, as
+// its long parameter, a heap-allocated AddressComponents that the receiver owns
+// and deletes.
+using AddressComponents = std::vector<std::string>;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "host/VornBasics.h"
+
+#include <string>
+#include <vector>
+
+// A host object for tests: records errors and answers with set values.
+class FakeHost : public VornBasics {
+public:
+    std::vector<std::string> errors;
+    int sizeLimitMode = 0;
+    std::string dataFolder;
+    int saveChangesAnswer = 3;
+    int titleAnswer = 0;
+
+    void ShowError(const char* text) override { errors.emplace_back(text); }
+    int GetSizeLimitMode(int) override { return sizeLimitMode; }
+    std::string GetDataFolder() override { return dataFolder; }
+    int AskSaveChanges(void*, const char*) override { return saveChangesAnswer; }
+    int QueryTitle(int) override { return titleAnswer; }
+};
+
+// A host whose file order is big-endian: every number of a layout file written
+// through it comes out byte-swapped, which shows that each field is converted
+// exactly once on the way out and once on the way in.
+class BigEndianHost : public FakeHost {
+public:
+    void FlipULong(std::uint32_t& v) override { v = __builtin_bswap32(v); }
+    void FlipLong(std::int32_t& v) override
+    {
+        v = static_cast<std::int32_t>(__builtin_bswap32(static_cast<std::uint32_t>(v)));
+    }
+    void FlipUShort(std::uint16_t& v) override { v = __builtin_bswap16(v); }
+    void FlipShort(std::int16_t& v) override
+    {
+        v = static_cast<std::int16_t>(__builtin_bswap16(static_cast<std::uint16_t>(v)));
+    }
+};
