@@ -1,10 +1,10 @@
 #include "ControlTables.h"
 
 const char* const ControlTypes[kControlTypeCount] = {"Label", "Fader", "Knob", "Toggle",
-                                                      "Push Button"};
+                                                     "Push Button"};
 
-const char* const ColorTypes[kNamedColorCount] = {"red",    "green",  "blue",  "yellow", "purple",
-                                                  "gray",   "orange", "brown", "pink"};
+const char* const ColorTypes[kNamedColorCount] = {"red",  "green",  "blue",  "yellow", "purple",
+                                                  "gray", "orange", "brown", "pink"};
 
 const std::uint32_t Colors[kColorCount] = {0x000000FF, 0x0000FF00, 0x00FF0000, 0x0000FFFF,
                                            0x007F007F, 0x007F7F7F, 0x00007FFF, 0x00003F7F,

@@ -47,4 +47,10 @@ extern const char* const OrientationStr[2];
 
 extern const char EditorName[16];
 
-constexpr int ScreenIndex(int device, int orientation) { return device + 2 * orientation; }
+// Index into ScreenW and ScreenH. A device or orientation byte out of range,
+// as a damaged file may hold, counts as the nearest valid one.
+constexpr int ScreenIndex(int device, int orientation)
+{
+    const auto valid = [](int value) { return value < 0 ? 0 : value > 1 ? 1 : value; };
+    return valid(device) + 2 * valid(orientation);
+}

@@ -54,4 +54,8 @@ public:
 
     void ExportTouchOSCControls(std::FILE* out, const OSCProject* project) const;
     void ExportLemurControls(std::FILE* out);
+
+private:
+    enum Dimension { kWidth, kHeight };
+    void Resize(int delta, int screenLimit, VornBasics* host, Dimension dimension);
 };

@@ -14,9 +14,9 @@ void CopyTextField(char (&field)[N], std::string_view text)
     field[length] = '\0';
 }
 
-// The text of a field that may lack its terminator.
+// The text of a field: at most N - 1 bytes, even where the terminator is missing.
 template <std::size_t N>
 std::string_view TextOf(const char (&field)[N])
 {
-    return {field, ::strnlen(field, N)};
+    return {field, ::strnlen(field, N - 1)};
 }
