@@ -1,5 +1,6 @@
 #include "LayoutJson.h"
 
+#include "IgnoringCase.h"
 #include "document/ControlTables.h"
 #include "document/TextField.h"
 
@@ -173,18 +174,6 @@ Int ReadField(const Json& value, const std::string& path)
         ReadInteger(value, std::numeric_limits<Int>::min(), std::numeric_limits<Int>::max(), path));
 }
 
-bool SameName(std::string_view a, std::string_view b)
-{
-    if (a.size() != b.size())
-        return false;
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
-        if (lower(a[i]) != lower(b[i]))
-            return false;
-    }
-    return true;
-}
-
 // A byte given by its name in names (any case) or by its number.
 template <std::size_t N>
 std::uint8_t ReadNamedByte(const Json& value, const char* const (&names)[N], const char* what,
@@ -194,7 +183,7 @@ std::uint8_t ReadNamedByte(const Json& value, const char* const (&names)[N], con
         return ReadField<std::uint8_t>(value, path);
     const std::string& name = value.get_ref<const std::string&>();
     for (std::size_t i = 0; i < N; ++i) {
-        if (SameName(name, names[i]))
+        if (EqualsIgnoringCase(name, names[i]))
             return static_cast<std::uint8_t>(i);
     }
     std::string known;

@@ -1,0 +1,60 @@
+#include "CommandLine.h"
+
+#include "LayoutCommands.h"
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace {
+
+std::string Usage()
+{
+    return std::string("Usage: vornosc COMMAND [ARGUMENTS]\n\nCommands:\n  ") + kDumpSynopsis +
+           "\n      print a layout as JSON\n  " + kConvertSynopsis +
+           "\n      write a layout in another format\n\n"
+           "Run \"vornosc COMMAND --help\" for more on a command.\n";
+}
+
+struct Command {
+    const char* name;
+    int (*run)(const CommandArguments&);
+    std::string (*help)();
+    const char* synopsis;
+};
+
+constexpr Command kCommands[] = {
+    {"dump", RunDump, DumpHelp, kDumpSynopsis},
+    {"convert", RunConvert, ConvertHelp, kConvertSynopsis},
+};
+
+}  // namespace
+
+int RunCommandLine(int argc, const char* const argv[])
+{
+    const std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
+    if (!args.empty() && (args[0] == "--help" || args[0] == "-h")) {
+        std::fputs(Usage().c_str(), stdout);
+        return kExitSuccess;
+    }
+    // Without a command there is nothing to do yet: the editor is not here.
+    if (args.empty()) {
+        std::fputs(Usage().c_str(), stderr);
+        return kExitUsage;
+    }
+    for (const Command& command : kCommands) {
+        if (args[0] != command.name)
+            continue;
+        CommandArguments arguments;
+        std::string error;
+        if (!arguments.Parse({args.begin() + 1, args.end()}, error))
+            return UsageError(command.name, error, command.synopsis);
+        if (arguments.help) {
+            std::fputs(command.help().c_str(), stdout);
+            return kExitSuccess;
+        }
+        return command.run(arguments);
+    }
+    std::fprintf(stderr, "vornosc: unknown command \"%s\"\n%s", args[0].c_str(), Usage().c_str());
+    return kExitUsage;
+}

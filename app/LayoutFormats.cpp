@@ -1,0 +1,132 @@
+#include "LayoutFormats.h"
+
+#include "CommandLineHost.h"
+#include "HeadlessToolkit.h"
+#include "IgnoringCase.h"
+#include "LayoutJson.h"
+#include "document/LayoutFile.h"
+#include "document/OSCProject.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <vector>
+
+namespace {
+
+bool WriteBytes(const std::string& path, std::string_view bytes, std::string& error)
+{
+    std::FILE* file = std::fopen(path.c_str(), "wb");
+    if (file == nullptr) {
+        error = std::string("cannot write: ") + std::strerror(errno);
+        return false;
+    }
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    const int savedErrno = errno;
+    if (std::fclose(file) != 0 || !written) {
+        error = std::string("cannot write: ") + std::strerror(written ? errno : savedErrno);
+        return false;
+    }
+    return true;
+}
+
+bool ReadJson(std::string_view bytes, OSCProject& project, CommandLineHost&, std::string& error)
+{
+    return ReadLayoutJson(bytes, project, error);
+}
+
+bool WriteJson(OSCProject& project, CommandLineHost&, const std::string& path, std::string& error)
+{
+    return WriteBytes(path, WriteLayoutJson(project), error);
+}
+
+bool ReadLayout(std::string_view bytes, OSCProject& project, CommandLineHost& host,
+                std::string& error)
+{
+    std::size_t stoppedAt = 0;
+    const int result = ReadLayoutFile(bytes, project, &host, &stoppedAt);
+    if (result == kNotLayoutFile) {
+        error = "not a layout file: it does not start with \"KLYF\"";
+        return false;
+    }
+    if (result != 0) {
+        const std::string what = host.HasErrors() ? host.ErrorLine() : "the layout is damaged";
+        error = "byte " + std::to_string(stoppedAt) + ": " + what;
+        return false;
+    }
+    return true;
+}
+
+bool WriteLayout(OSCProject& project, CommandLineHost& host, const std::string& path,
+                 std::string& error)
+{
+    return WriteBytes(path, WriteLayoutFile(project, &host), error);
+}
+
+// The exporters report failures as they would to a user at the editor: through
+// the host and message boxes. Both are collected into one line here.
+bool ExportFailed(CommandLineHost& host, std::string& error)
+{
+    std::vector<std::string> lines = headless::TakeMessages();
+    if (host.HasErrors())
+        lines.push_back(host.ErrorLine());
+    for (const std::string& line : lines)
+        error += (error.empty() ? "" : "; ") + line;
+    return !lines.empty();
+}
+
+bool WriteTouchOSC(OSCProject& project, CommandLineHost& host, const std::string& path,
+                   std::string& error)
+{
+    project.ExportTouchOSCFile(&host, path.c_str());
+    return !ExportFailed(host, error);
+}
+
+bool WriteLemur(OSCProject& project, CommandLineHost& host, const std::string& path,
+                std::string& error)
+{
+    project.ExportLemurFile(&host, path.c_str());
+    return !ExportFailed(host, error);
+}
+
+constexpr LayoutFormat kFormats[] = {
+    {".json", ReadJson, WriteJson},
+    {".VornOsc", ReadLayout, WriteLayout},
+    {".touchosc", nullptr, WriteTouchOSC},
+    {".jzml", nullptr, WriteLemur},
+};
+
+template <typename Wanted>
+std::string Extensions(Wanted wanted)
+{
+    std::vector<const char*> found;
+    for (const LayoutFormat& format : kFormats) {
+        if (wanted(format))
+            found.push_back(format.extension);
+    }
+    std::string list;
+    for (std::size_t i = 0; i < found.size(); ++i)
+        list += std::string(i == 0 ? "" : i + 1 == found.size() ? " or " : ", ") + found[i];
+    return list;
+}
+
+}  // namespace
+
+const LayoutFormat* FindLayoutFormat(std::string_view path)
+{
+    for (const LayoutFormat& format : kFormats) {
+        if (EndsWithIgnoringCase(path, format.extension))
+            return &format;
+    }
+    return nullptr;
+}
+
+std::string ReadableExtensions()
+{
+    return Extensions([](const LayoutFormat& format) { return format.read != nullptr; });
+}
+
+std::string WritableExtensions()
+{
+    return Extensions([](const LayoutFormat& format) { return format.write != nullptr; });
+}
