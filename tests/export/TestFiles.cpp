@@ -1,0 +1,97 @@
+#include "TestFiles.h"
+
+#include <zip.h>
+
+#include <sys/wait.h>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+std::optional<std::string> ReadWholeFile(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    if (!in)
+        return std::nullopt;
+    return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+void WriteWholeFile(const std::string& path, const std::string& bytes)
+{
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+std::optional<std::vector<ZipEntry>> ReadZipEntries(const std::string& path)
+{
+    int error = 0;
+    zip_t* archive = zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error);
+    if (!archive)
+        return std::nullopt;
+    std::vector<ZipEntry> entries;
+    const zip_int64_t count = zip_get_num_entries(archive, 0);
+    for (zip_int64_t i = 0; i < count; ++i) {
+        zip_stat_t stat;
+        zip_file_t* file = nullptr;
+        if (zip_stat_index(archive, static_cast<zip_uint64_t>(i), 0, &stat) != 0 ||
+            !(file = zip_fopen_index(archive, static_cast<zip_uint64_t>(i), 0))) {
+            zip_discard(archive);
+            return std::nullopt;
+        }
+        ZipEntry entry{stat.name, std::string(stat.size, '\0'), stat.comp_method};
+        const zip_int64_t read = zip_fread(file, entry.bytes.data(), stat.size);
+        zip_fclose(file);
+        if (read != static_cast<zip_int64_t>(stat.size)) {
+            zip_discard(archive);
+            return std::nullopt;
+        }
+        entries.push_back(std::move(entry));
+    }
+    zip_discard(archive);
+    return entries;
+}
+
+CommandResult RunCommand(const std::string& command)
+{
+    CommandResult result;
+    std::FILE* pipe = ::popen((command + " 2>&1").c_str(), "r");
+    if (!pipe)
+        return result;
+    char chunk[4096];
+    std::size_t got;
+    while ((got = std::fread(chunk, 1, sizeof chunk, pipe)) > 0)
+        result.output.append(chunk, got);
+    const int status = ::pclose(pipe);
+    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return result;
+}
+
+bool HasTool(const char* name)
+{
+    return RunCommand(std::string("command -v ") + name + " >/dev/null").status == 0;
+}
+
+std::string ShellQuoted(const std::string& text)
+{
+    std::string quoted = "'";
+    for (const char c : text) {
+        if (c == '\'')
+            quoted += "'\\''";
+        else
+            quoted += c;
+    }
+    return quoted + "'";
+}
+
+std::string Captured(const std::function<void(std::FILE*)>& write)
+{
+    char* buffer = nullptr;
+    std::size_t size = 0;
+    std::FILE* stream = ::open_memstream(&buffer, &size);
+    if (!stream)
+        return {};
+    write(stream);
+    std::fclose(stream);
+    std::string text(buffer, size);
+    std::free(buffer);
+    return text;
+}

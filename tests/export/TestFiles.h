@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdio>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+// Small file helpers of the export tests.
+
+std::optional<std::string> ReadWholeFile(const std::string& path);
+void WriteWholeFile(const std::string& path, const std::string& bytes);
+
+// The entries of the zip archive at path, by name, read with libzip; nullopt
+// when libzip cannot open it.
+struct ZipEntry {
+    std::string name;
+    std::string bytes;
+    int method = -1;  // ZIP_CM_*
+};
+std::optional<std::vector<ZipEntry>> ReadZipEntries(const std::string& path);
+
+// Runs a shell command; its exit status and standard output.
+struct CommandResult {
+    int status = -1;
+    std::string output;
+};
+CommandResult RunCommand(const std::string& command);
+bool HasTool(const char* name);
+std::string ShellQuoted(const std::string& text);
+
+// What write puts into a stream, caught in memory.
+std::string Captured(const std::function<void(std::FILE*)>& write);
