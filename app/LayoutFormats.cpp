@@ -51,7 +51,7 @@ bool ReadLayout(std::string_view bytes, OSCProject& project, CommandLineHost& ho
     }
     if (result != 0) {
         const std::string what = host.HasErrors() ? host.ErrorLine() : "the layout is damaged";
-        error = "byte " + std::to_string(stoppedAt) + ": " + what;
+        error = what + " (stopped at byte " + std::to_string(stoppedAt) + ")";
         return false;
     }
     return true;

@@ -34,10 +34,11 @@ TEST(LayoutJson, MissingFieldsTakeTheDefaultsOfANewLayout)
     ASSERT_EQ(project.pages.size(), 2u);
     EXPECT_EQ(TextOf(project.pages[0]->name), "Page 1");
     EXPECT_TRUE(project.pages[0]->controls.empty());
-    ASSERT_EQ(project.pages[1]->controls.size(), 1u);
-    const OSCControl& control = *project.pages[1]->controls[0];
-    const OSCControl fresh;
-    EXPECT_EQ(0, std::memcmp(&control, &fresh, sizeof control));
+    // Every control field as a new control has it.
+    OSCProject expected;
+    expected.pages.push_back(std::make_unique<OSCPage>());
+    expected.pages[1]->controls.push_back(std::make_unique<OSCControl>());
+    EXPECT_EQ(WriteLayoutJson(project), WriteLayoutJson(expected));
 }
 
 TEST(LayoutJson, NamesAreReadInAnyCaseAndNumbersOutsideTheTablesStayNumbers)
