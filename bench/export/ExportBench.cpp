@@ -1,0 +1,118 @@
+// Exporting a large layout. The TouchOSC export is measured without its fixed
+// pause after deleting the target, and reported beside libzip compressing the
+// same XML on its own: "vs_zip" is how many times longer the whole export takes.
+
+#include "document/ControlTables.h"
+#include "document/OSCProject.h"
+#include "document/TextField.h"
+#include "export/TouchOSCArchive.h"
+#include "export/TouchOSCExport.h"
+
+#include <benchmark/benchmark.h>
+
+#include <unistd.h>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace {
+
+constexpr int kControlCount = 20000;
+constexpr int kPageCount = 10;
+
+std::unique_ptr<OSCProject> LargeProject()
+{
+    auto project = std::make_unique<OSCProject>();
+    project->pages.clear();
+    for (int p = 0; p < kPageCount; ++p) {
+        auto page = std::make_unique<OSCPage>();
+        CopyTextField(page->name, "Page " + std::to_string(p + 1));
+        for (int i = 0; i < kControlCount / kPageCount; ++i) {
+            auto control = std::make_unique<OSCControl>();
+            const int n = p * (kControlCount / kPageCount) + i;
+            CopyTextField(control->name, "Control " + std::to_string(n));
+            CopyTextField(control->command,
+                          "/TRVX/ID" + std::to_string(n % 16) + "/SetVal/Ctl" + std::to_string(n));
+            control->type = static_cast<std::uint8_t>(n % kControlTypeCount);
+            control->color = static_cast<std::uint8_t>(n % kNamedColorCount);
+            control->x = static_cast<std::int16_t>(n % 700);
+            control->y = static_cast<std::int16_t>(40 + n % 900);
+            control->width = static_cast<std::int16_t>(30 + n % 50);
+            control->height = static_cast<std::int16_t>(30 + n % 70);
+            page->controls.push_back(std::move(control));
+        }
+        project->pages.push_back(std::move(page));
+    }
+    return project;
+}
+
+std::string BenchPath(const char* extension)
+{
+    return (std::filesystem::temp_directory_path() /
+            ("vornosc-bench-" + std::to_string(::getpid()) + extension))
+        .string();
+}
+
+struct MemoryText {
+    char* bytes = nullptr;
+    std::size_t size = 0;
+    MemoryText() = default;
+    MemoryText(const MemoryText&) = delete;
+    MemoryText& operator=(const MemoryText&) = delete;
+    ~MemoryText() { std::free(bytes); }
+};
+
+void WriteXml(const OSCProject& project, MemoryText& text)
+{
+    std::FILE* out = ::open_memstream(&text.bytes, &text.size);
+    WriteTouchOSCXml(out, project);
+    std::fclose(out);
+}
+
+void TouchOSCExport(benchmark::State& state)
+{
+    const auto project = LargeProject();
+    const std::string target = BenchPath(".touchosc");
+    const std::string zipOnly = BenchPath("-zip.touchosc");
+    using Clock = std::chrono::steady_clock;
+    Clock::duration exporting{};
+    Clock::duration zipping{};
+    std::size_t xmlBytes = 0;
+    for (auto _ : state) {
+        const auto start = Clock::now();
+        MemoryText xml;
+        WriteXml(*project, xml);
+        if (!WriteTouchOSCArchive(target.c_str(), xml.bytes, xml.size))
+            state.SkipWithError("libzip could not write the archive");
+        exporting += Clock::now() - start;
+
+        state.PauseTiming();
+        const auto zipStart = Clock::now();
+        WriteTouchOSCArchive(zipOnly.c_str(), xml.bytes, xml.size);
+        zipping += Clock::now() - zipStart;
+        xmlBytes = xml.size;
+        state.ResumeTiming();
+    }
+    state.counters["vs_zip"] = std::chrono::duration<double>(exporting).count() /
+                               std::chrono::duration<double>(zipping).count();
+    state.counters["xml_bytes"] = static_cast<double>(xmlBytes);
+    std::filesystem::remove(target);
+    std::filesystem::remove(zipOnly);
+}
+
+void LemurExport(benchmark::State& state)
+{
+    const auto project = LargeProject();
+    const std::string target = BenchPath(".jzml");
+    for (auto _ : state)
+        project->ExportLemurFile(nullptr, target.c_str());
+    state.counters["jzml_bytes"] = static_cast<double>(std::filesystem::file_size(target));
+    std::filesystem::remove(target);
+}
+
+}  // namespace
+
+BENCHMARK(TouchOSCExport)->Unit(benchmark::kMillisecond);
+BENCHMARK(LemurExport)->Unit(benchmark::kMillisecond);
