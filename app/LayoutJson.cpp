@@ -149,21 +149,34 @@ std::string Member(const std::string& path, const std::string& key)
     return path.empty() ? key : path + "." + key;
 }
 
+// A value as an error line quotes it: short, and never cut inside a character.
+std::string Shown(const Json& value)
+{
+    constexpr std::size_t kLongest = 40;
+    std::string text = value.dump();
+    if (text.size() <= kLongest)
+        return text;
+    std::size_t cut = kLongest - 3;
+    while (cut > 0 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80)
+        --cut;
+    return text.substr(0, cut) + "...";
+}
+
 std::int64_t ReadInteger(const Json& value, std::int64_t low, std::int64_t high,
                          const std::string& path)
 {
     const std::string range =
         "use a whole number from " + std::to_string(low) + " to " + std::to_string(high);
     if (!value.is_number_integer())
-        Fail(path, value.dump() + " is not a whole number; " + range);
+        Fail(path, Shown(value) + " is not a whole number; " + range);
     if (value.is_number_unsigned()) {
         if (value.get<std::uint64_t>() > static_cast<std::uint64_t>(high))
-            Fail(path, value.dump() + " does not fit; " + range);
+            Fail(path, Shown(value) + " does not fit; " + range);
         return static_cast<std::int64_t>(value.get<std::uint64_t>());
     }
     const std::int64_t number = value.get<std::int64_t>();
     if (number < low || number > high)
-        Fail(path, value.dump() + " does not fit; " + range);
+        Fail(path, Shown(value) + " does not fit; " + range);
     return number;
 }
 
@@ -189,7 +202,7 @@ std::uint8_t ReadNamedByte(const Json& value, const char* const (&names)[N], con
     std::string known;
     for (const char* option : names)
         known += "\"" + std::string(option) + "\", ";
-    Fail(path, std::string("unknown ") + what + " " + value.dump() + "; use " + known +
+    Fail(path, std::string("unknown ") + what + " " + Shown(value) + "; use " + known +
                    "or a number from 0 to 255");
 }
 
@@ -197,7 +210,7 @@ template <std::size_t N>
 void ReadText(const Json& value, char (&field)[N], const std::string& path)
 {
     if (!value.is_string())
-        Fail(path, "expected a text in double quotes, found " + value.dump());
+        Fail(path, "expected a text in double quotes, found " + Shown(value));
     const std::string& text = value.get_ref<const std::string&>();
     if (text.size() > kMaxTextBytes) {
         Fail(path, "the text is " + std::to_string(text.size()) + " bytes long; at most " +
@@ -208,11 +221,10 @@ void ReadText(const Json& value, char (&field)[N], const std::string& path)
     CopyTextField(field, text);
 }
 
-const Json& Expect(const Json& value, Json::value_t type, const char* what, const std::string& path)
+void Expect(const Json& value, Json::value_t type, const char* what, const std::string& path)
 {
     if (value.type() != type)
-        Fail(path, std::string("expected ") + what + ", found " + value.dump());
-    return value;
+        Fail(path, std::string("expected ") + what + ", found " + Shown(value));
 }
 
 template <typename Handlers>
@@ -224,39 +236,46 @@ void ForEachMember(const Json& object, const std::string& path, Handlers&& handl
     }
 }
 
+// Sets the field named key; false when a control has no such field.
+bool ReadControlField(OSCControl& control, const std::string& key, const Json& value,
+                      const std::string& path)
+{
+    for (const auto& [name, field] : kTextFields) {
+        if (key == name) {
+            ReadText(value, control.*field, path);
+            return true;
+        }
+    }
+    for (const auto& [name, field] : kShortFields) {
+        if (key == name) {
+            control.*field = ReadField<std::int16_t>(value, path);
+            return true;
+        }
+    }
+    for (const auto& [name, field] : kLongFields) {
+        if (key == name) {
+            control.*field = ReadField<std::int32_t>(value, path);
+            return true;
+        }
+    }
+    if (key == "type")
+        control.type = ReadNamedByte(value, ControlTypes, "type", path);
+    else if (key == "color")
+        control.color = ReadNamedByte(value, ColorTypes, "colour", path);
+    else if (key == "flags")
+        control.flags = ReadField<std::uint8_t>(value, path);
+    else
+        return false;
+    return true;
+}
+
 std::unique_ptr<OSCControl> ReadControl(const Json& json, const std::string& path)
 {
     Expect(json, Json::value_t::object, "an object with the control's fields", path);
     auto control = std::make_unique<OSCControl>();
     ForEachMember(json, path,
                   [&](const std::string& key, const Json& value, const std::string& at) {
-                      for (const auto& [name, field] : kTextFields) {
-                          if (key == name) {
-                              ReadText(value, control.get()->*field, at);
-                              return true;
-                          }
-                      }
-                      for (const auto& [name, field] : kShortFields) {
-                          if (key == name) {
-                              control.get()->*field = ReadField<std::int16_t>(value, at);
-                              return true;
-                          }
-                      }
-                      for (const auto& [name, field] : kLongFields) {
-                          if (key == name) {
-                              control.get()->*field = ReadField<std::int32_t>(value, at);
-                              return true;
-                          }
-                      }
-                      if (key == "type")
-                          control->type = ReadNamedByte(value, ControlTypes, "type", at);
-                      else if (key == "color")
-                          control->color = ReadNamedByte(value, ColorTypes, "colour", at);
-                      else if (key == "flags")
-                          control->flags = ReadField<std::uint8_t>(value, at);
-                      else
-                          return false;
-                      return true;
+                      return ReadControlField(*control, key, value, at);
                   });
     return control;
 }

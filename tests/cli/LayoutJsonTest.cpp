@@ -130,6 +130,8 @@ TEST(LayoutJson, BadValuesAreRefusedWithTheirPlace)
               "number from 0 to 255");
     EXPECT_EQ(ReadError(R"([1, 2])"),
               "layout: expected an object with \"device\", \"orientation\" and \"pages\"");
+    EXPECT_EQ(ReadError(R"({"pages": {"name": "A very long name that is cut short"}})"),
+              "pages: expected a list of pages, found {\"name\":\"A very long name that is cut...");
     EXPECT_EQ(ReadError(R"({"pages": [{"controls": {}}]})"),
               "pages[0].controls: expected a list of controls, found {}");
     EXPECT_EQ(ReadError("{\"pages\": [{}]\n"),
