@@ -52,7 +52,7 @@ void OSCControl::ExportForTouchOSC(std::FILE* out, const OSCProject* project) co
     std::fputs("\t\t<control ", out);
     std::fprintf(out, "name=\"%s\" ", code);
     if (orientation == kVertical) {
-        // Only the Vertical case leaves out the title band; kept as the app expects it.
+        // Only Vertical projects take off the title band; Horizontal ones keep it, on purpose.
         std::fprintf(out, "x=\"%d\" ", x);
         std::fprintf(out, "y=\"%d\" ", y - kTitleBandHeight);
         std::fprintf(out, "w=\"%d\" ", width);
