@@ -1,0 +1,163 @@
+// Loading and saving a layout of 20,000 controls through a file on disk. Each
+// is reported beside moving the same bytes with one fread or fwrite alone:
+// "vs_fread" and "vs_fwrite" are how many times longer the whole load or save
+// takes, in processor time. Both are measured in the same loop, turn about, so
+// that a busy machine slows them alike.
+
+#include "app/CommandLineHost.h"
+#include "document/LayoutFile.h"
+#include "document/OSCProject.h"
+#include "document/TextField.h"
+
+#include <benchmark/benchmark.h>
+
+#include <time.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace {
+
+constexpr int kControlCount = 20000;
+constexpr int kPageCount = 10;
+
+std::unique_ptr<OSCProject> LargeProject()
+{
+    auto project = std::make_unique<OSCProject>();
+    project->pages.clear();
+    for (int p = 0; p < kPageCount; ++p) {
+        auto page = std::make_unique<OSCPage>();
+        CopyTextField(page->name, "Page " + std::to_string(p + 1));
+        for (int i = 0; i < kControlCount / kPageCount; ++i) {
+            const int n = p * (kControlCount / kPageCount) + i;
+            auto control = std::make_unique<OSCControl>();
+            CopyTextField(control->name, "Control " + std::to_string(n));
+            CopyTextField(control->command,
+                          "/TRVX/ID" + std::to_string(n % 16) + "/SetVal/Ctl" + std::to_string(n));
+            control->deviceId = static_cast<std::int16_t>(n % 16);
+            control->controlNumber = static_cast<std::int16_t>(n);
+            control->x = static_cast<std::int16_t>(n % 700);
+            control->y = static_cast<std::int16_t>(40 + n % 600);
+            control->width = static_cast<std::int16_t>(30 + n % 50);
+            control->height = static_cast<std::int16_t>(30 + n % 70);
+            control->type = static_cast<std::uint8_t>(n % 5);
+            control->color = static_cast<std::uint8_t>(n % 9);
+            page->controls.push_back(std::move(control));
+        }
+        project->pages.push_back(std::move(page));
+    }
+    return project;
+}
+
+double ProcessorSeconds()
+{
+    timespec now{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
+}
+
+// A file of this run's own in the temporary folder, removed afterwards.
+class BenchFile {
+public:
+    BenchFile()
+        : path_((std::filesystem::temp_directory_path() /
+                 ("vornosc-layout-bench-" + std::to_string(::getpid()) + ".VornOsc"))
+                    .string())
+    {
+    }
+    BenchFile(const BenchFile&) = delete;
+    BenchFile& operator=(const BenchFile&) = delete;
+    ~BenchFile() { std::filesystem::remove(path_); }
+
+    bool Save(const std::string& bytes) const
+    {
+        std::FILE* file = std::fopen(path_.c_str(), "wb");
+        if (!file)
+            return false;
+        const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+        return std::fclose(file) == 0 && written;
+    }
+
+    bool Load(std::string& bytes) const
+    {
+        std::FILE* file = std::fopen(path_.c_str(), "rb");
+        if (!file)
+            return false;
+        const bool read = std::fread(bytes.data(), 1, bytes.size(), file) == bytes.size();
+        std::fclose(file);
+        return read;
+    }
+
+private:
+    std::string path_;
+};
+
+void BM_LoadLayout(benchmark::State& state)
+{
+    CommandLineHost host;
+    const BenchFile file;
+    const std::string written = WriteLayoutFile(*LargeProject(), &host);
+    if (!file.Save(written)) {
+        state.SkipWithError("cannot write the layout file in the temporary folder");
+        return;
+    }
+
+    double loadSeconds = 0;
+    double freadSeconds = 0;
+    for (auto _ : state) {
+        std::string bytes(written.size(), '\0');
+        const double freadStart = ProcessorSeconds();
+        file.Load(bytes);
+        freadSeconds += ProcessorSeconds() - freadStart;
+        benchmark::DoNotOptimize(bytes.data());
+
+        const double loadStart = ProcessorSeconds();
+        file.Load(bytes);
+        OSCProject project;
+        const int result = ReadLayoutFile(bytes, project, &host);
+        const double seconds = ProcessorSeconds() - loadStart;
+        loadSeconds += seconds;
+        if (result != 0) {
+            state.SkipWithError("the layout file does not read back");
+            return;
+        }
+        state.SetIterationTime(seconds);
+    }
+    state.counters["vs_fread"] = loadSeconds / freadSeconds;
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(written.size()));
+}
+BENCHMARK(BM_LoadLayout)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+void BM_SaveLayout(benchmark::State& state)
+{
+    CommandLineHost host;
+    const BenchFile file;
+    const std::unique_ptr<OSCProject> project = LargeProject();
+    const std::string written = WriteLayoutFile(*project, &host);
+
+    double saveSeconds = 0;
+    double fwriteSeconds = 0;
+    for (auto _ : state) {
+        const double fwriteStart = ProcessorSeconds();
+        const bool plainSaved = file.Save(written);
+        fwriteSeconds += ProcessorSeconds() - fwriteStart;
+
+        const double saveStart = ProcessorSeconds();
+        const bool saved = file.Save(WriteLayoutFile(*project, &host));
+        const double seconds = ProcessorSeconds() - saveStart;
+        saveSeconds += seconds;
+        if (!plainSaved || !saved) {
+            state.SkipWithError("cannot write the layout file in the temporary folder");
+            return;
+        }
+        state.SetIterationTime(seconds);
+    }
+    state.counters["vs_fwrite"] = saveSeconds / fwriteSeconds;
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(written.size()));
+}
+BENCHMARK(BM_SaveLayout)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+}  // namespace
