@@ -11,6 +11,7 @@ public:
     {
         bytes_.append(static_cast<const char*>(data), count);
     }
+    void Reserve(std::size_t count) { bytes_.reserve(count); }
     void WriteByte(std::uint8_t value) { bytes_.push_back(static_cast<char>(value)); }
 
     // Writes a value's bytes as they stand in memory.

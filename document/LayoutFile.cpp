@@ -27,7 +27,9 @@ int ReadLayoutFile(std::string_view bytes, OSCProject& project, VornBasics* host
 
 std::string WriteLayoutFile(OSCProject& project, VornBasics* host)
 {
+    constexpr std::size_t kFileHeaderBytes = 8;
     ByteWriter file;
+    file.Reserve(static_cast<std::size_t>(project.GetSize()) + kFileHeaderBytes);
     project.Write(file, host);
     return file.TakeBytes();
 }

@@ -8,6 +8,8 @@
 #include "host/Toolkit.h"
 #include "host/VornBasics.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -61,21 +63,38 @@ void ReplaceFirst(char (&field)[N], std::string_view search, std::string_view re
     CopyTextField(field, text);
 }
 
+// The numbers after the two texts, in file order: six int16 and six int32,
+// then type, colour and flags.
+constexpr std::int16_t OSCControl::*kShortFields[] = {
+    &OSCControl::deviceId, &OSCControl::controlNumber, &OSCControl::x,
+    &OSCControl::y,        &OSCControl::width,         &OSCControl::height};
+constexpr std::int32_t OSCControl::*kLongFields[] = {
+    &OSCControl::minValue,  &OSCControl::maxValue,  &OSCControl::reserved1,
+    &OSCControl::reserved2, &OSCControl::reserved3, &OSCControl::reserved4};
+constexpr std::uint8_t OSCControl::*kByteFields[] = {&OSCControl::type, &OSCControl::color,
+                                                     &OSCControl::flags};
+static_assert(sizeof kShortFields / sizeof *kShortFields * 2 +
+                  sizeof kLongFields / sizeof *kLongFields * 4 + 3 ==
+              kFixedFieldBytes);
+
+// Reads a length byte and that many bytes of text; returns the bytes consumed.
 template <std::size_t N>
-void ReadText(ByteReader& file, char (&field)[N], int& remaining)
+int ReadText(ByteReader& file, char (&field)[N])
 {
     const std::uint8_t length = file.ReadByte();
     file.Read(field, length);
     field[length] = '\0';
-    remaining -= length + 1;
+    return length + 1;
 }
 
+// Appends a length byte and the text; returns the new end.
 template <std::size_t N>
-void WriteText(ByteWriter& file, const char (&field)[N])
+unsigned char* PutText(unsigned char* out, const char (&field)[N])
 {
     const std::string_view text = TextOf(field);
-    file.WriteByte(static_cast<std::uint8_t>(text.size()));
-    file.Write(text.data(), text.size());
+    *out++ = static_cast<unsigned char>(text.size());
+    std::memcpy(out, text.data(), text.size());
+    return out + text.size();
 }
 
 }  // namespace
@@ -120,31 +139,40 @@ void OSCControl::SetOSCParms(const _OSCParms* p)
 
 void OSCControl::FlipThis(VornBasics* host)
 {
-    for (std::int16_t* field : {&deviceId, &controlNumber, &x, &y, &width, &height})
-        host->FlipShort(*field);
-    for (std::int32_t* field :
-         {&minValue, &maxValue, &reserved1, &reserved2, &reserved3, &reserved4})
-        host->FlipLong(*field);
+    for (auto field : kShortFields)
+        host->FlipShort(this->*field);
+    for (auto field : kLongFields)
+        host->FlipLong(this->*field);
 }
 
 int OSCControl::Read(ByteReader& file, VornBasics* host, int& remaining)
 {
-    ReadText(file, name, remaining);
-    ReadText(file, command, remaining);
-    for (std::int16_t* field : {&deviceId, &controlNumber, &x, &y, &width, &height})
-        file.Read(field, sizeof *field);
-    for (std::int32_t* field :
-         {&minValue, &maxValue, &reserved1, &reserved2, &reserved3, &reserved4})
-        file.Read(field, sizeof *field);
-    type = file.ReadByte();
-    color = file.ReadByte();
-    flags = file.ReadByte();
-    remaining -= kFixedFieldBytes;
-    // Controls written by later versions may carry more fields; skip them.
-    if (remaining > 0) {
-        file.Skip(static_cast<std::size_t>(remaining));
-        remaining = 0;
+    // Counted in 64 bits: a damaged length may sit near the ends of int.
+    std::int64_t left = remaining;
+    left -= ReadText(file, name);
+    left -= ReadText(file, command);
+
+    unsigned char fixed[kFixedFieldBytes];
+    file.Read(fixed, sizeof fixed);
+    const unsigned char* in = fixed;
+    for (auto field : kShortFields) {
+        std::memcpy(&(this->*field), in, sizeof(std::int16_t));
+        in += sizeof(std::int16_t);
     }
+    for (auto field : kLongFields) {
+        std::memcpy(&(this->*field), in, sizeof(std::int32_t));
+        in += sizeof(std::int32_t);
+    }
+    for (auto field : kByteFields)
+        this->*field = *in++;
+    left -= kFixedFieldBytes;
+
+    // Controls written by later versions may carry more fields; skip them.
+    if (left > 0) {
+        file.Skip(static_cast<std::size_t>(left));
+        left = 0;
+    }
+    remaining = static_cast<int>(std::max<std::int64_t>(left, INT_MIN));
     FlipThis(host);
     if (file.Failed()) {
         host->ShowError("Error reading Vorn OSC file");
@@ -155,22 +183,30 @@ int OSCControl::Read(ByteReader& file, VornBasics* host, int& remaining)
 
 int OSCControl::Write(ByteWriter& file, VornBasics* host)
 {
-    FlipThis(host);
-    file.Write("CTRL", 4);
+    // The whole chunk is put together here and handed over in one piece.
+    unsigned char chunk[8 + 2 * 256 + kFixedFieldBytes];
+    unsigned char* out = chunk;
+    std::memcpy(out, "CTRL", 4);
     std::uint32_t length = static_cast<std::uint32_t>(GetSize());
     host->FlipULong(length);
-    file.WriteRaw(length);
-    WriteText(file, name);
-    WriteText(file, command);
-    for (const std::int16_t* field : {&deviceId, &controlNumber, &x, &y, &width, &height})
-        file.WriteRaw(*field);
-    for (const std::int32_t* field :
-         {&minValue, &maxValue, &reserved1, &reserved2, &reserved3, &reserved4})
-        file.WriteRaw(*field);
-    file.WriteByte(type);
-    file.WriteByte(color);
-    file.WriteByte(flags);
+    std::memcpy(out + 4, &length, sizeof length);
+    out = PutText(out + 8, name);
+    out = PutText(out, command);
+
     FlipThis(host);
+    for (auto field : kShortFields) {
+        std::memcpy(out, &(this->*field), sizeof(std::int16_t));
+        out += sizeof(std::int16_t);
+    }
+    for (auto field : kLongFields) {
+        std::memcpy(out, &(this->*field), sizeof(std::int32_t));
+        out += sizeof(std::int32_t);
+    }
+    FlipThis(host);
+    for (auto field : kByteFields)
+        *out++ = this->*field;
+
+    file.Write(chunk, static_cast<std::size_t>(out - chunk));
     return 0;
 }
 

@@ -75,6 +75,7 @@ int OSCPage::Read(ByteReader& file, VornBasics* host, int&)
         host->ShowError("Error reading Vorn OSC file");
         return 1;
     }
+    controls.reserve(controls.size() + count);
     for (int i = 0; i < count; ++i) {
         controls.push_back(std::make_unique<OSCControl>());
         if (!ReadTag(file, "CTRL")) {

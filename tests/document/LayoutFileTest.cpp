@@ -317,3 +317,13 @@ TEST(LayoutFile, HugeCountsInATinyFileFailQuickly)
     EXPECT_EQ(ReadLayoutFile(bytes, project, &host), 1);
     EXPECT_EQ(project.pages.size(), 1u);
 }
+
+TEST(LayoutFile, ControlLengthNearTheEndOfIntDoesNotOverflowTheCounter)
+{
+    std::string chunk = kControlChunk;
+    chunk.replace(4, 4, "\x00\x00\x00\x80"s);  // read as the most negative int
+    OSCProject project;
+    FakeHost host;
+    ASSERT_EQ(ReadLayoutFile(FileWithControls(chunk, 1), project, &host), 0);
+    ExpectSameControl(*project.pages[0]->controls[0], ChunkControl());
+}
