@@ -4,14 +4,15 @@
 // takes, in processor time. Both are measured in the same loop, turn about, so
 // that a busy machine slows them alike.
 
+#include "LargeLayout.h"
 #include "app/CommandLineHost.h"
 #include "document/LayoutFile.h"
 #include "document/OSCProject.h"
-#include "document/TextField.h"
 
 #include <benchmark/benchmark.h>
 
 #include <time.h>
+
 #include <unistd.h>
 
 #include <cstdio>
@@ -23,34 +24,6 @@ namespace {
 
 constexpr int kControlCount = 20000;
 constexpr int kPageCount = 10;
-
-std::unique_ptr<OSCProject> LargeProject()
-{
-    auto project = std::make_unique<OSCProject>();
-    project->pages.clear();
-    for (int p = 0; p < kPageCount; ++p) {
-        auto page = std::make_unique<OSCPage>();
-        CopyTextField(page->name, "Page " + std::to_string(p + 1));
-        for (int i = 0; i < kControlCount / kPageCount; ++i) {
-            const int n = p * (kControlCount / kPageCount) + i;
-            auto control = std::make_unique<OSCControl>();
-            CopyTextField(control->name, "Control " + std::to_string(n));
-            CopyTextField(control->command,
-                          "/TRVX/ID" + std::to_string(n % 16) + "/SetVal/Ctl" + std::to_string(n));
-            control->deviceId = static_cast<std::int16_t>(n % 16);
-            control->controlNumber = static_cast<std::int16_t>(n);
-            control->x = static_cast<std::int16_t>(n % 700);
-            control->y = static_cast<std::int16_t>(40 + n % 600);
-            control->width = static_cast<std::int16_t>(30 + n % 50);
-            control->height = static_cast<std::int16_t>(30 + n % 70);
-            control->type = static_cast<std::uint8_t>(n % 5);
-            control->color = static_cast<std::uint8_t>(n % 9);
-            page->controls.push_back(std::move(control));
-        }
-        project->pages.push_back(std::move(page));
-    }
-    return project;
-}
 
 double ProcessorSeconds()
 {
@@ -99,7 +72,7 @@ void BM_LoadLayout(benchmark::State& state)
 {
     CommandLineHost host;
     const BenchFile file;
-    const std::string written = WriteLayoutFile(*LargeProject(), &host);
+    const std::string written = WriteLayoutFile(*LargeLayout(kControlCount, kPageCount), &host);
     if (!file.Save(written)) {
         state.SkipWithError("cannot write the layout file in the temporary folder");
         return;
@@ -135,7 +108,7 @@ void BM_SaveLayout(benchmark::State& state)
 {
     CommandLineHost host;
     const BenchFile file;
-    const std::unique_ptr<OSCProject> project = LargeProject();
+    const std::unique_ptr<OSCProject> project = LargeLayout(kControlCount, kPageCount);
     const std::string written = WriteLayoutFile(*project, &host);
 
     double saveSeconds = 0;

@@ -3,15 +3,16 @@
 // same XML on its own: "vs_zip" is how many times longer the whole export takes,
 // in processor time, so that other work on the machine does not blur it.
 
+#include "LargeLayout.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
-#include "document/TextField.h"
 #include "export/TouchOSCArchive.h"
 #include "export/TouchOSCExport.h"
 
 #include <benchmark/benchmark.h>
 
 #include <time.h>
+
 #include <unistd.h>
 #include <cstdio>
 #include <cstdlib>
@@ -22,32 +23,6 @@ namespace {
 
 constexpr int kControlCount = 20000;
 constexpr int kPageCount = 10;
-
-std::unique_ptr<OSCProject> LargeProject()
-{
-    auto project = std::make_unique<OSCProject>();
-    project->pages.clear();
-    for (int p = 0; p < kPageCount; ++p) {
-        auto page = std::make_unique<OSCPage>();
-        CopyTextField(page->name, "Page " + std::to_string(p + 1));
-        for (int i = 0; i < kControlCount / kPageCount; ++i) {
-            auto control = std::make_unique<OSCControl>();
-            const int n = p * (kControlCount / kPageCount) + i;
-            CopyTextField(control->name, "Control " + std::to_string(n));
-            CopyTextField(control->command,
-                          "/TRVX/ID" + std::to_string(n % 16) + "/SetVal/Ctl" + std::to_string(n));
-            control->type = static_cast<std::uint8_t>(n % kControlTypeCount);
-            control->color = static_cast<std::uint8_t>(n % kNamedColorCount);
-            control->x = static_cast<std::int16_t>(n % 700);
-            control->y = static_cast<std::int16_t>(40 + n % 900);
-            control->width = static_cast<std::int16_t>(30 + n % 50);
-            control->height = static_cast<std::int16_t>(30 + n % 70);
-            page->controls.push_back(std::move(control));
-        }
-        project->pages.push_back(std::move(page));
-    }
-    return project;
-}
 
 std::string BenchPath(const char* extension)
 {
@@ -81,7 +56,7 @@ void WriteXml(const OSCProject& project, MemoryText& text)
 
 void TouchOSCExport(benchmark::State& state)
 {
-    const auto project = LargeProject();
+    const auto project = LargeLayout(kControlCount, kPageCount);
     const std::string target = BenchPath(".touchosc");
     const std::string zipOnly = BenchPath("-zip.touchosc");
     double exporting = 0;
@@ -110,7 +85,7 @@ void TouchOSCExport(benchmark::State& state)
 
 void LemurExport(benchmark::State& state)
 {
-    const auto project = LargeProject();
+    const auto project = LargeLayout(kControlCount, kPageCount);
     const std::string target = BenchPath(".jzml");
     for (auto _ : state)
         project->ExportLemurFile(nullptr, target.c_str());

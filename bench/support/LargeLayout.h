@@ -1,0 +1,9 @@
+#pragma once
+
+#include "document/OSCProject.h"
+
+#include <memory>
+
+// A layout of controlCount controls spread over pageCount pages, every control
+// type and named colour among them, with names and addresses of usual length.
+std::unique_ptr<OSCProject> LargeLayout(int controlCount, int pageCount);
