@@ -9,8 +9,8 @@
 // define fakes with scripted answers.
 namespace toolkit {
 
-constexpr int kNotice = 1;    // one OK button
-constexpr int kYesNo = 2;     // a question
+constexpr int kNotice = 1;  // one OK button
+constexpr int kYesNo = 2;   // a question
 constexpr int kAnswerYes = 4;
 
 // Shows text in a message box with the given caption and style; returns the
