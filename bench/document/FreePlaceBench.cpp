@@ -101,8 +101,8 @@ void BM_FindFreePlace(benchmark::State& state)
     const std::vector<CRect> page = MakePage(kind);
 
     const double literalStart = ProcessorSeconds();
-    const std::optional<CPoint> literal =
-        LiteralFreePlace(page, kGroupSide, kGroupSide, kScreenW, kScreenH);
+    const std::optional<CPoint> literal = LiteralFreePlace(page, kGroupSide, kGroupSide, kScreenW,
+                                                           kScreenH, CornerTest::kEveryRectangle);
     const double literalSeconds = ProcessorSeconds() - literalStart;
 
     std::optional<CPoint> found = FindFreePlace(page, kGroupSide, kGroupSide, kScreenW, kScreenH);
@@ -128,7 +128,8 @@ void BM_LiteralFreePlace(benchmark::State& state)
     const auto kind = static_cast<Page>(state.range(0));
     const std::vector<CRect> page = MakePage(kind);
     for (auto _ : state) {
-        auto found = LiteralFreePlace(page, kGroupSide, kGroupSide, kScreenW, kScreenH);
+        auto found = LiteralFreePlace(page, kGroupSide, kGroupSide, kScreenW, kScreenH,
+                                      CornerTest::kEveryRectangle);
         benchmark::DoNotOptimize(found);
     }
     state.SetLabel(PageLabel(kind));

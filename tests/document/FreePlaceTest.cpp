@@ -32,7 +32,8 @@ std::string Describe(const std::vector<CRect>& occupied, int w, int h, Screen sc
 
 void ExpectSameAsLiteral(const std::vector<CRect>& occupied, int w, int h, Screen screen)
 {
-    const auto expected = LiteralFreePlace(occupied, w, h, screen.w, screen.h);
+    const auto expected =
+        LiteralFreePlace(occupied, w, h, screen.w, screen.h, CornerTest::kLastBlockerFirst);
     const auto found = FindFreePlace(occupied, w, h, screen.w, screen.h);
     ASSERT_EQ(found.has_value(), expected.has_value()) << Describe(occupied, w, h, screen);
     if (expected) {
