@@ -10,6 +10,7 @@
 #include "host/VornBasics.h"
 
 #include <cstring>
+#include <functional>
 #include <optional>
 
 namespace {
@@ -161,60 +162,46 @@ OSCControl* OSCPage::GetAt(int px, int py) const
 void OSCPage::MoveSelected(int dx, int dy, int screenW, int screenH)
 {
     // Only the top-left corner must stay on the screen while dragging.
-    for (const auto& control : controls) {
-        if (!control->selected)
-            continue;
-        const int nx = control->x + dx;
-        const int ny = control->y + dy;
-        if (nx < 0 || nx >= screenW - 1 || ny < 0 || ny >= screenH - 1)
+    MoveSelectedUnless(dx, dy, [&](const OSCControl& c) {
+        const int nx = c.x + dx;
+        const int ny = c.y + dy;
+        return nx < 0 || nx >= screenW - 1 || ny < 0 || ny >= screenH - 1;
+    });
+}
+
+// The arrow keys keep the whole control on the screen.
+void OSCPage::ShiftUp(int n)
+{
+    MoveSelectedUnless(0, -n, [&](const OSCControl& c) { return c.y < n; });
+}
+
+void OSCPage::ShiftDown(int n, int screenH)
+{
+    MoveSelectedUnless(0, n, [&](const OSCControl& c) { return c.y + c.height + n > screenH; });
+}
+
+void OSCPage::ShiftLeft(int n)
+{
+    MoveSelectedUnless(-n, 0, [&](const OSCControl& c) { return c.x < n; });
+}
+
+void OSCPage::ShiftRight(int n, int screenW)
+{
+    MoveSelectedUnless(n, 0, [&](const OSCControl& c) { return c.x + c.width + n > screenW; });
+}
+
+void OSCPage::MoveSelectedUnless(int dx, int dy,
+                                 const std::function<bool(const OSCControl&)>& wouldLeave)
+{
+    for (const auto& control : controls)
+        if (control->selected && wouldLeave(*control))
             return;
-    }
     for (auto& control : controls) {
         if (control->selected) {
             control->x = static_cast<std::int16_t>(control->x + dx);
             control->y = static_cast<std::int16_t>(control->y + dy);
         }
     }
-}
-
-void OSCPage::ShiftUp(int n)
-{
-    for (const auto& control : controls)
-        if (control->selected && control->y < n)
-            return;
-    for (auto& control : controls)
-        if (control->selected)
-            control->y = static_cast<std::int16_t>(control->y - n);
-}
-
-void OSCPage::ShiftDown(int n, int screenH)
-{
-    for (const auto& control : controls)
-        if (control->selected && control->y + control->height + n > screenH)
-            return;
-    for (auto& control : controls)
-        if (control->selected)
-            control->y = static_cast<std::int16_t>(control->y + n);
-}
-
-void OSCPage::ShiftLeft(int n)
-{
-    for (const auto& control : controls)
-        if (control->selected && control->x < n)
-            return;
-    for (auto& control : controls)
-        if (control->selected)
-            control->x = static_cast<std::int16_t>(control->x - n);
-}
-
-void OSCPage::ShiftRight(int n, int screenW)
-{
-    for (const auto& control : controls)
-        if (control->selected && control->x + control->width + n > screenW)
-            return;
-    for (auto& control : controls)
-        if (control->selected)
-            control->x = static_cast<std::int16_t>(control->x + n);
 }
 
 void OSCPage::ResizeW(int delta, int screenW, VornBasics* host)

@@ -3,6 +3,7 @@
 #include "OSCControl.h"
 
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -56,6 +57,10 @@ public:
     void ExportLemurControls(std::FILE* out);
 
 private:
+    // Moves every selected control by (dx, dy), or none if one would leave.
+    void MoveSelectedUnless(int dx, int dy,
+                            const std::function<bool(const OSCControl&)>& wouldLeave);
+
     enum Dimension { kWidth, kHeight };
     void Resize(int delta, int screenLimit, VornBasics* host, Dimension dimension);
 };
