@@ -18,6 +18,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr std::size_t kMaxTextBytes = 255;  // a text field keeps room for its NUL
+constexpr std::size_t kMaxCount = 65535;    // pages and controls are counted in 16 bits
 
 constexpr std::pair<const char*, char (OSCControl::*)[256]> kTextFields[] = {
     {"name", &OSCControl::name},
@@ -269,6 +270,16 @@ bool ReadControlField(OSCControl& control, const std::string& key, const Json& v
     return true;
 }
 
+// A list of pages or controls must fit the layout file's 16-bit count.
+void ExpectCountFits(const Json& list, const char* what, const std::string& path)
+{
+    if (list.size() > kMaxCount)
+        Fail(path, std::to_string(list.size()) + " " + what +
+                       " do not fit; a layout file holds "
+                       "at most " +
+                       std::to_string(kMaxCount));
+}
+
 std::unique_ptr<OSCControl> ReadControl(const Json& json, const std::string& path)
 {
     Expect(json, Json::value_t::object, "an object with the control's fields", path);
@@ -290,6 +301,7 @@ std::unique_ptr<OSCPage> ReadPage(const Json& json, const std::string& path)
                           ReadText(value, page->name, at);
                       } else if (key == "controls") {
                           Expect(value, Json::value_t::array, "a list of controls", at);
+                          ExpectCountFits(value, "controls", at);
                           for (std::size_t i = 0; i < value.size(); ++i)
                               page->controls.push_back(ReadControl(value[i], Index(at, i)));
                       } else {
@@ -349,6 +361,7 @@ bool ReadLayoutJson(std::string_view text, OSCProject& project, std::string& err
                     orientation = ReadNamedByte(value, OrientationNames, "orientation", at);
                 } else if (key == "pages") {
                     Expect(value, Json::value_t::array, "a list of pages", at);
+                    ExpectCountFits(value, "pages", at);
                     for (std::size_t i = 0; i < value.size(); ++i)
                         pages.push_back(ReadPage(value[i], Index(at, i)));
                     hasPages = true;

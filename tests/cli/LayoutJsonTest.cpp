@@ -121,6 +121,11 @@ TEST(LayoutJson, BadValuesAreRefusedWithTheirPlace)
         accents += "\xC3\xA9";
     EXPECT_EQ(ReadError(R"({"pages": [{"name": ")" + accents + "\"}]}"),
               "pages[0].name: the text is 256 bytes long; at most 255 bytes fit");
+    std::string crowded = R"({"pages": [{"controls": [{})";
+    for (int i = 1; i < 65536; ++i)
+        crowded += ",{}";
+    EXPECT_EQ(ReadError(crowded + "]}]}"),
+              "pages[0].controls: 65536 controls do not fit; a layout file holds at most 65535");
     EXPECT_EQ(ReadError(R"({"pages": []})"),
               "pages: the list is empty; a layout has at least one page");
     EXPECT_EQ(ReadError(R"({"device": "iPad"})"),
