@@ -2,6 +2,7 @@
 
 #include "ByteReader.h"
 #include "ByteWriter.h"
+#include "ChunkHeader.h"
 #include "ControlTables.h"
 #include "TextField.h"
 #include "host/Messages.h"
@@ -175,7 +176,7 @@ int OSCControl::Read(ByteReader& file, VornBasics* host, int& remaining)
     remaining = static_cast<int>(std::max<std::int64_t>(left, INT_MIN));
     FlipThis(host);
     if (file.Failed()) {
-        host->ShowError("Error reading Vorn OSC file");
+        host->ShowError(kLayoutReadError);
         return 1;
     }
     return 0;

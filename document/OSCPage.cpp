@@ -2,6 +2,7 @@
 
 #include "ByteReader.h"
 #include "ByteWriter.h"
+#include "ChunkHeader.h"
 #include "ControlClipboard.h"
 #include "ControlTables.h"
 #include "FreePlace.h"
@@ -42,13 +43,6 @@ std::optional<int> MinimumSize(const OSCControl& control, int mode, bool width)
     }
 }
 
-bool ReadTag(ByteReader& file, const char* tag)
-{
-    char read[4];
-    file.Read(read, sizeof read);
-    return std::memcmp(read, tag, sizeof read) == 0;
-}
-
 }  // namespace
 
 OSCPage::OSCPage()
@@ -73,19 +67,15 @@ int OSCPage::Read(ByteReader& file, VornBasics* host, int&)
     file.Read(name, length);
     name[length] = '\0';
     if (file.Failed()) {
-        host->ShowError("Error reading Vorn OSC file");
+        host->ShowError(kLayoutReadError);
         return 1;
     }
     controls.reserve(controls.size() + count);
     for (int i = 0; i < count; ++i) {
         controls.push_back(std::make_unique<OSCControl>());
-        if (!ReadTag(file, "CTRL")) {
-            host->ShowError("Error reading Vorn OSC file");
+        int remaining = 0;
+        if (!ReadChunkHeader(file, host, "CTRL", remaining))
             return 1;
-        }
-        std::uint32_t bodyLength = file.ReadRaw<std::uint32_t>();
-        host->FlipULong(bodyLength);
-        int remaining = static_cast<int>(bodyLength);
         if (const int result = controls.back()->Read(file, host, remaining))
             return result;
     }

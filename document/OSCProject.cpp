@@ -2,6 +2,7 @@
 
 #include "ByteReader.h"
 #include "ByteWriter.h"
+#include "ChunkHeader.h"
 #include "ControlClipboard.h"
 #include "ControlTables.h"
 #include "TextField.h"
@@ -9,7 +10,6 @@
 #include "host/VornBasics.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
 
 namespace {
@@ -216,7 +216,7 @@ int OSCProject::Read(ByteReader& file, VornBasics* host, int& remaining)
     std::uint16_t count = file.ReadRaw<std::uint16_t>();
     host->FlipUShort(count);
     if (file.Failed()) {
-        host->ShowError("Error reading Vorn OSC file");
+        host->ShowError(kLayoutReadError);
         return 1;
     }
 
@@ -229,15 +229,9 @@ int OSCProject::Read(ByteReader& file, VornBasics* host, int& remaining)
             return 3;
         }
         readPages.push_back(std::move(page));
-        char tag[4];
-        file.Read(tag, sizeof tag);
-        if (std::memcmp(tag, "PAGE", sizeof tag) != 0) {
-            host->ShowError("Error reading Vorn OSC file");
+        int pageRemaining = 0;
+        if (!ReadChunkHeader(file, host, "PAGE", pageRemaining))
             return 1;
-        }
-        std::uint32_t length = file.ReadRaw<std::uint32_t>();
-        host->FlipULong(length);
-        int pageRemaining = static_cast<int>(length);
         if (const int result = readPages.back()->Read(file, host, pageRemaining))
             return result;
     }
