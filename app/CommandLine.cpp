@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "LayoutCommands.h"
+#include "RenderCommand.h"
 
 #include <cstdio>
 #include <string>
@@ -12,7 +13,8 @@ std::string Usage()
 {
     return std::string("Usage: vornosc COMMAND [ARGUMENTS]\n\nCommands:\n  ") + kDumpSynopsis +
            "\n      print a layout as JSON\n  " + kConvertSynopsis +
-           "\n      write a layout in another format\n\n"
+           "\n      write a layout in another format\n  " + kRenderSynopsis +
+           "\n      paint a page of a layout into a PNG picture\n\n"
            "Run \"vornosc COMMAND --help\" for more on a command.\n";
 }
 
@@ -21,11 +23,13 @@ struct Command {
     int (*run)(const CommandArguments&);
     std::string (*help)();
     const char* synopsis;
+    PictureOptions options;
 };
 
 constexpr Command kCommands[] = {
-    {"dump", RunDump, DumpHelp, kDumpSynopsis},
-    {"convert", RunConvert, ConvertHelp, kConvertSynopsis},
+    {"dump", RunDump, DumpHelp, kDumpSynopsis, kNoPictureOptions},
+    {"convert", RunConvert, ConvertHelp, kConvertSynopsis, kNoPictureOptions},
+    {"render", RunRender, RenderHelp, kRenderSynopsis, kRenderOptions},
 };
 
 }  // namespace
@@ -47,7 +51,7 @@ int RunCommandLine(int argc, const char* const argv[])
             continue;
         CommandArguments arguments;
         std::string error;
-        if (!arguments.Parse({args.begin() + 1, args.end()}, error))
+        if (!arguments.Parse({args.begin() + 1, args.end()}, error, command.options))
             return UsageError(command.name, error, command.synopsis);
         if (arguments.help) {
             std::fputs(command.help().c_str(), stdout);

@@ -3,6 +3,7 @@
 #include "CommandLineHost.h"
 #include "LayoutFormats.h"
 #include "LayoutJson.h"
+#include "LayoutLoading.h"
 #include "TemporaryOutput.h"
 #include "document/OSCProject.h"
 
@@ -13,61 +14,11 @@
 const char kDumpSynopsis[] = "vornosc dump LAYOUT [--device iphone|ipad]";
 const char kConvertSynopsis[] = "vornosc convert IN OUT [--device iphone|ipad]";
 
-namespace {
-
 const char kDeviceHelp[] =
     "  --device iphone|ipad  the target device. A .VornOsc file does not keep it:\n"
     "                        reading one gives iPad unless this says otherwise.\n"
     "                        A .json file gives its own \"device\".\n"
     "  -h, --help            show this help\n";
-
-int Failure(const std::string& file, const std::string& what)
-{
-    std::fprintf(stderr, "vornosc: %s: %s\n", file.c_str(), what.c_str());
-    return kExitFailure;
-}
-
-bool ReadWholeFile(const std::string& path, std::string& bytes, std::string& error)
-{
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (file == nullptr) {
-        error = std::string("cannot read: ") + std::strerror(errno);
-        return false;
-    }
-    char buffer[65536];
-    std::size_t count = 0;
-    while ((count = std::fread(buffer, 1, sizeof buffer, file)) > 0)
-        bytes.append(buffer, count);
-    const bool failed = std::ferror(file) != 0;
-    const int savedErrno = errno;
-    std::fclose(file);
-    if (failed) {
-        error = std::string("cannot read: ") + std::strerror(savedErrno);
-        return false;
-    }
-    return true;
-}
-
-// Reads the layout at path into project and applies --device; returns the exit
-// status, 0 when project is ready.
-int LoadLayout(const std::string& path, const LayoutFormat& format,
-               const CommandArguments& arguments, OSCProject& project, CommandLineHost& host)
-{
-    std::string bytes;
-    std::string error;
-    if (!ReadWholeFile(path, bytes, error) || !format.read(bytes, project, host, error))
-        return Failure(path, error);
-    if (arguments.device)
-        project.device = *arguments.device;
-    return kExitSuccess;
-}
-
-std::string UnknownInput(const std::string& path)
-{
-    return "cannot read \"" + path + "\": a layout to read ends in " + ReadableExtensions();
-}
-
-}  // namespace
 
 int UsageError(const char* command, const std::string& what, const char* synopsis)
 {

@@ -21,6 +21,9 @@ int UsageError(const char* command, const std::string& what, const char* synopsi
 extern const char kDumpSynopsis[];
 extern const char kConvertSynopsis[];
 
+// The help of --device and --help, which every command takes.
+extern const char kDeviceHelp[];
+
 // What "vornosc <command> --help" prints.
 std::string DumpHelp();
 std::string ConvertHelp();

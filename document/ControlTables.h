@@ -38,6 +38,10 @@ extern const std::uint32_t Colors[kColorCount];  // 0x00BBGGRR
 extern const char* const DeviceNames[kDeviceCount];
 extern const char* const OrientationNames[kOrientationCount];
 
+// The value of a colour index; indexes past the table, as a damaged file may
+// hold, take gray's.
+inline std::uint32_t ColorOf(int index);
+
 // Indexed by device + 2 * orientation.
 extern const std::int32_t ScreenW[4];
 extern const std::int32_t ScreenH[4];
@@ -53,4 +57,9 @@ constexpr int ScreenIndex(int device, int orientation)
 {
     const auto valid = [](int value) { return value < 0 ? 0 : value > 1 ? 1 : value; };
     return valid(device) + 2 * valid(orientation);
+}
+
+inline std::uint32_t ColorOf(int index)
+{
+    return Colors[index >= 0 && index < kColorCount ? index : kGray];
 }

@@ -23,10 +23,9 @@ constexpr LemurScreen kLemurScreens[kDeviceCount] = {{480, 276}, {1024, 724}};
 constexpr const char* kDefaultNames[kControlTypeCount] = {"text", "Fader", "Knob", "Toggle",
                                                           "Button"};
 
-// Colour indexes past the table take gray's value.
 int ColorValue(std::uint8_t color)
 {
-    return static_cast<int>(Colors[color < kColorCount ? color : kGray]);
+    return static_cast<int>(ColorOf(color));
 }
 
 void WriteXParameter(std::FILE* out, const char* value, std::string_view address, float low,

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "host/CPoint.h"
+#include "host/CRect.h"
+
+#include <QBrush>
+#include <QFont>
+#include <QPen>
+
+#include <cstdint>
+
+class QPainter;
+
+// Colours as 32-bit words with red in the low byte.
+using ColorRef = std::uint32_t;
+QColor ToQColor(ColorRef color);
+
+// Text formats, in the numbering of the drawing model the canvas was designed on.
+enum TextFormat : unsigned {
+    kTextCenter = 0x1,
+    kTextRight = 0x2,
+    kTextVCenter = 0x4,
+    kTextBottom = 0x8,
+    kTextWordBreak = 0x10,
+    kTextSingleLine = 0x20,
+    kTextExpandTabs = 0x40,
+    kTextNoClip = 0x100,
+    kTextExternalLeading = 0x200,
+};
+// Qt's alignment and text flags for a text format. Vertical alignment applies
+// to single-line text only: other text starts at the top of its rectangle.
+int QtTextFlags(unsigned format);
+
+// Drawing with a selected pen, brush and font, the way the canvas's painters
+// were written: rectangles exclude their right and bottom edges, outlines and
+// fills go inside them, and frames are one pixel inside. Nothing is
+// antialiased but text, so one-pixel frames stay sharp.
+class DeviceContext {
+public:
+    // Starts with a black one-pixel pen, a white brush and black text.
+    explicit DeviceContext(QPainter& painter);
+
+    QPen CurrentPen() const;
+    QBrush CurrentBrush() const;
+    // Each Select returns what was selected before, to be put back.
+    QPen SelectPen(const QPen& pen);
+    QBrush SelectBrush(const QBrush& brush);
+    QFont SelectFont(const QFont& font);
+    void SetTextColor(ColorRef color) { textColor_ = ToQColor(color); }
+
+    void FillRect(const CRect& r, ColorRef color);
+    void FrameRect(const CRect& r, ColorRef color);
+    void RoundRect(const CRect& r, CPoint corner);
+    void Ellipse(const CRect& r);
+    void Line(CPoint from, CPoint to);
+    void DrawText(const char* text, const CRect& r, unsigned format);
+
+private:
+    QPainter& painter_;
+    QColor textColor_;
+};
+
+// A solid pen of the given width.
+QPen SolidPen(int width, ColorRef color);

@@ -1,0 +1,214 @@
+#include "TVornOSCView.h"
+
+#include "ScrollGeometry.h"
+#include "document/ControlTables.h"
+#include "document/OSCProject.h"
+
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QScrollBar>
+#include <QStyle>
+
+namespace {
+
+// The two metrics that tell when the whole screen fits across and down.
+constexpr int kMetricScrollBarExtent = 9;
+constexpr int kMetricLargeIcon = 11;
+
+unsigned MouseFlags(const QMouseEvent* event)
+{
+    unsigned flags = 0;
+    if (event->modifiers() & Qt::ShiftModifier)
+        flags |= TVornOSCView::kExtendFlag;
+    if (event->modifiers() & Qt::ControlModifier)
+        flags |= TVornOSCView::kToggleFlag;
+    return flags;
+}
+
+CPoint PointOf(const QMouseEvent* event)
+{
+    const QPoint p = event->position().toPoint();
+    return {p.x(), p.y()};
+}
+
+}  // namespace
+
+TVornOSCView::TVornOSCView(OSCProject& project, QWidget* parent)
+    : QWidget(parent),
+      project(project),
+      horizontalBar_(new QScrollBar(Qt::Horizontal, this)),
+      verticalBar_(new QScrollBar(Qt::Vertical, this))
+{
+    setMouseTracking(true);  // the status text follows the pointer
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    ConnectScrollBar(horizontalBar_, true);
+    ConnectScrollBar(verticalBar_, false);
+    OnCreate();
+}
+
+int TVornOSCView::OnCreate()
+{
+    InitScroll();
+    return 0;
+}
+
+void TVornOSCView::ConnectScrollBar(QScrollBar* bar, bool horizontal)
+{
+    bar->setSingleStep(kScrollLine);
+    const auto scroll = [this, bar, horizontal](int code) {
+        if (horizontal)
+            OnHScroll(code, bar->sliderPosition(), bar);
+        else
+            OnVScroll(code, bar->sliderPosition(), bar);
+    };
+    connect(bar, &QScrollBar::actionTriggered, this, [scroll](int action) {
+        switch (action) {
+            case QAbstractSlider::SliderSingleStepAdd:
+                return scroll(kLineForward);
+            case QAbstractSlider::SliderPageStepAdd:
+                return scroll(kPageForward);
+            case QAbstractSlider::SliderSingleStepSub:
+                return scroll(kLineBack);
+            case QAbstractSlider::SliderPageStepSub:
+                return scroll(kPageBack);
+            case QAbstractSlider::SliderMove:
+                return scroll(kThumbTrack);
+            default:
+                return;
+        }
+    });
+    connect(bar, &QScrollBar::sliderReleased, this, [scroll] { scroll(kThumbPosition); });
+}
+
+int TVornOSCView::GetSystemMetrics(int index) const
+{
+    if (index == kMetricScrollBarExtent)
+        return style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+    return style()->pixelMetric(QStyle::PM_LargeIconSize, nullptr, this);
+}
+
+CRect TVornOSCView::ClientRect() const
+{
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+    return {0, 0, std::max(0, width() - bar), std::max(0, height() - bar)};
+}
+
+void TVornOSCView::resizeEvent(QResizeEvent*)
+{
+    const CRect client = ClientRect();
+    horizontalBar_->setGeometry(0, client.bottom, client.right, height() - client.bottom);
+    verticalBar_->setGeometry(client.right, 0, width() - client.right, client.bottom);
+    OnSize(0, client.Width(), client.Height());
+}
+
+void TVornOSCView::OnSize(int, int, int)
+{
+    InitScroll();
+}
+
+void TVornOSCView::InitScroll()
+{
+    const CRect client = ClientRect();
+    const ScrollAxis across = FitScrollAxis(scrollX, project.GetScreenW(), client.Width(),
+                                            GetSystemMetrics(kMetricScrollBarExtent));
+    scrollX = across.position;
+    scrollXMax = across.max;
+    SetScrollInfo(horizontalBar_, client.Width(), scrollX, scrollXMax);
+
+    const ScrollAxis down = FitScrollAxis(scrollY, project.GetScreenH(), client.Height(),
+                                          GetSystemMetrics(kMetricLargeIcon));
+    scrollY = down.position;
+    scrollYMax = down.max;
+    if (across.shift != 0 || down.shift != 0)
+        ScrollWindow(-across.shift, -down.shift);
+    SetScrollInfo(verticalBar_, client.Height(), scrollY, scrollYMax);
+}
+
+void TVornOSCView::SetScrollInfo(QScrollBar* bar, int page, int position, int max)
+{
+    // The bar stays, disabled, when the whole screen is in view.
+    bar->setRange(0, max);
+    bar->setPageStep(page);
+    bar->setValue(position);
+    bar->setEnabled(max > 0);
+}
+
+void TVornOSCView::OnHScroll(int code, int pos, QScrollBar* bar)
+{
+    OnScroll(code, pos, bar, scrollX, scrollXMax, ClientRect().Width(), true);
+}
+
+void TVornOSCView::OnVScroll(int code, int pos, QScrollBar* bar)
+{
+    OnScroll(code, pos, bar, scrollY, scrollYMax, ClientRect().Height(), false);
+}
+
+void TVornOSCView::OnScroll(int code, int pos, QScrollBar* bar, std::int16_t& position,
+                            std::int16_t max, int page, bool horizontal)
+{
+    const std::optional<int> step = ScrollStep(code, pos, position, max, page);
+    if (!step)
+        return;
+    position = static_cast<std::int16_t>(position + *step);
+    if (horizontal)
+        ScrollWindow(-*step, 0);
+    else
+        ScrollWindow(0, -*step);
+    if (bar != nullptr)
+        bar->setValue(position);
+}
+
+void TVornOSCView::ScrollWindow(int dx, int dy)
+{
+    // Moves what is already drawn; only the strip it uncovers is repainted.
+    const CRect client = ClientRect();
+    scroll(dx, dy, QRect(0, 0, client.Width(), client.Height()));
+}
+
+void TVornOSCView::CreateControlRect(const OSCControl* control, CRect& r) const
+{
+    r = {control->x, control->y, control->x + control->width, control->y + control->height};
+    r.OffsetRect(-scrollX, -scrollY);
+}
+
+std::uint32_t TVornOSCView::GetScaledColor(int colorIndex, int divisor)
+{
+    const std::uint32_t color = ColorOf(colorIndex);
+    const auto channel = [&](int shift) { return ((color >> shift) & 0xFFu) / divisor << shift; };
+    return channel(0) | channel(8) | channel(16);
+}
+
+CPoint TVornOSCView::ToLayout(CPoint point) const
+{
+    return {point.x + scrollX, point.y + scrollY};
+}
+
+void TVornOSCView::paintEvent(QPaintEvent* event)
+{
+    OnPaint(event->rect());
+}
+
+void TVornOSCView::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        OnLButtonDown(MouseFlags(event), PointOf(event));
+    else if (event->button() == Qt::RightButton)
+        OnRButtonDown(MouseFlags(event), PointOf(event));
+}
+
+void TVornOSCView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        OnLButtonUp(MouseFlags(event), PointOf(event));
+}
+
+void TVornOSCView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        OnLButtonDblClk(MouseFlags(event), PointOf(event));
+}
+
+void TVornOSCView::mouseMoveEvent(QMouseEvent* event)
+{
+    OnMouseMove(MouseFlags(event), PointOf(event));
+}

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "host/CPoint.h"
+#include "host/CRect.h"
+
+#include <QWidget>
+
+#include <cstdint>
+
+class DeviceContext;
+class OSCControl;
+class OSCPage;
+class OSCProject;
+class QScrollBar;
+class VornBasics;
+
+// The canvas: the current page of a project at the target device's size, one
+// pixel per layout unit, offset only by the scroll position. Mouse input
+// selects, drags and resizes controls, or in test mode operates them.
+class TVornOSCView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TVornOSCView(OSCProject& project, QWidget* parent = nullptr);
+
+    std::int32_t testMode = 0;  // 1: controls are operated instead of edited
+    OSCProject& project;
+    // Receives test-mode values and, through its window, status texts. Set by
+    // the window that owns the view.
+    VornBasics* host = nullptr;
+    std::int16_t scrollX = 0;
+    std::int16_t scrollXMax = 0;
+    std::int16_t scrollY = 0;
+    std::int16_t scrollYMax = 0;
+    std::uint8_t mouseDown = 0;
+    CPoint anchorPoint;  // where the left button went down, in layout units
+    CPoint dragPoint;    // the latest point while it is held
+    CPoint lastPoint;    // the point of the previous resize step
+    std::uint8_t rubberBanding = 0;
+    std::uint8_t movingSelection = 0;
+    std::int32_t resizeEdge = 0;          // ResizeStateOf the edge being dragged, or 0
+    OSCControl* activeControl = nullptr;  // operated in test mode
+
+    // Mouse flags: which modifier keys were held.
+    static constexpr unsigned kExtendFlag = 0x10;  // Shift: keep the selection
+    static constexpr unsigned kToggleFlag = 0x01;  // Ctrl: flip one control
+
+    // The part of the view that shows the page: all of it but the scroll bars.
+    CRect ClientRect() const;
+    QScrollBar* HorizontalBar() const { return horizontalBar_; }
+    QScrollBar* VerticalBar() const { return verticalBar_; }
+
+    int OnCreate();
+    void OnSize(int type, int cx, int cy);
+    // Recomputes the scroll ranges from the client size and the device's
+    // screen; a changed device shows in them at the next size change.
+    void InitScroll();
+    void OnHScroll(int code, int pos, QScrollBar* bar);
+    void OnVScroll(int code, int pos, QScrollBar* bar);
+
+    // A control's rectangle in view pixels.
+    void CreateControlRect(const OSCControl* control, CRect& r) const;
+    // A colour of the colour table with each channel divided by divisor.
+    static std::uint32_t GetScaledColor(int colorIndex, int divisor);
+
+    // Paints the part of the view that invalid covers.
+    void OnPaint(const QRect& invalid);
+    void PaintLabel(DeviceContext& dc, OSCControl* control);
+    void PaintFader(DeviceContext& dc, OSCControl* control);
+    void PaintKnob(DeviceContext& dc, OSCControl* control);
+    void PaintToggle(DeviceContext& dc, OSCControl* control);
+    void PaintButton(DeviceContext& dc, OSCControl* control);
+
+    // Points are in view pixels.
+    void OnLButtonDown(unsigned flags, CPoint point);
+    void OnMouseMove(unsigned flags, CPoint point);
+    void OnLButtonUp(unsigned flags, CPoint point);
+    void OnLButtonDblClk(unsigned flags, CPoint point);
+    void OnRButtonDown(unsigned flags, CPoint point);
+    bool GetEditEdge(CPoint& point, OSCControl** control, int* edge) const;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+
+private:
+    void OnScroll(int code, int pos, QScrollBar* bar, std::int16_t& position, std::int16_t max,
+                  int page, bool horizontal);
+    void ScrollWindow(int dx, int dy);
+    void SetScrollInfo(QScrollBar* bar, int page, int position, int max);
+    void ConnectScrollBar(QScrollBar* bar, bool horizontal);
+    int GetSystemMetrics(int index) const;
+    CPoint ToLayout(CPoint point) const;
+    void SendStatusText(const char* text);
+    void ResizeSelected(CPoint point);
+    void SetCapture();
+    void ReleaseCapture();
+
+    QScrollBar* horizontalBar_;
+    QScrollBar* verticalBar_;
+};
