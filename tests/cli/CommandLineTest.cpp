@@ -1,42 +1,26 @@
-#include "VornoscRunner.h"
+#include "TempFolder.h"
+#include "TestFiles.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <set>
-#include <sstream>
 
 namespace fs = std::filesystem;
 using nlohmann::json;
 
 namespace {
 
-std::string ReadBytes(const fs::path& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
+const std::string kDemo = ReadWholeFile(EXAMPLES_DIR "/Demo.VornOsc").value_or("");
 
-// The one entry of a TouchOSC archive, as unzip reads it; "" if unzip fails.
-std::string IndexXml(const fs::path& archive)
-{
-    const std::string command = "unzip -p '" + archive.string() + "' index.xml";
-    std::FILE* pipe = ::popen(command.c_str(), "r");
-    if (pipe == nullptr)
-        return {};
-    std::string xml;
-    char buffer[4096];
-    std::size_t count = 0;
-    while ((count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        xml.append(buffer, count);
-    return ::pclose(pipe) == 0 ? xml : std::string();
-}
+// What one run of vornosc did.
+struct VornoscRun {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
 
 std::string Replaced(std::string text, const std::string& from, const std::string& to)
 {
@@ -44,44 +28,6 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
     EXPECT_NE(at, std::string::npos) << from;
     return at == std::string::npos ? text : text.replace(at, from.size(), to);
 }
-
-class CommandLine : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        std::string pattern = (fs::temp_directory_path() / "vornosc-cli-XXXXXX").string();
-        ASSERT_NE(::mkdtemp(pattern.data()), nullptr);
-        folder_ = pattern;
-        runner_ = std::make_unique<VornoscRunner>(folder_);
-    }
-
-    void TearDown() override { fs::remove_all(folder_); }
-
-    VornoscRun Run(const std::vector<std::string>& args) { return runner_->Run(args); }
-
-    fs::path Path(const std::string& name) const { return folder_ / name; }
-    void Write(const std::string& name, const std::string& bytes)
-    {
-        std::ofstream(Path(name), std::ios::binary) << bytes;
-    }
-    std::string Read(const std::string& name) const { return ReadBytes(Path(name)); }
-
-    // The names in the folder, not counting the runs' TMPDIR.
-    std::set<std::string> Files() const
-    {
-        std::set<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder_)) {
-            if (entry.path() != runner_->TempFolder())
-                names.insert(entry.path().filename().string());
-        }
-        return names;
-    }
-
-    bool TempFolderIsEmpty() const { return fs::is_empty(runner_->TempFolder()); }
-
-    fs::path folder_;
-    std::unique_ptr<VornoscRunner> runner_;
-};
 
 // A failed command says what went wrong in one line that names the file.
 void ExpectOneLineFailure(const VornoscRun& run, const std::string& file, const std::string& what)
@@ -92,6 +38,65 @@ void ExpectOneLineFailure(const VornoscRun& run, const std::string& file, const 
     EXPECT_EQ(run.err.rfind("vornosc: " + file + ": ", 0), 0u) << run.err;
     EXPECT_NE(run.err.find(what), std::string::npos) << run.err << " lacks " << what;
 }
+
+// Runs in a fresh folder with TMPDIR pointing into it, as from a shell there.
+class CommandLine : public testing::Test {
+protected:
+    void SetUp() override { fs::create_directory(tmp_); }
+
+    // Starts one run per argument list, all at once, and waits for them.
+    std::vector<VornoscRun> RunTogether(const std::vector<std::vector<std::string>>& runs)
+    {
+        std::string script =
+            "cd " + ShellQuoted(folder_.path()) + " && export TMPDIR=" + ShellQuoted(tmp_) + "\n";
+        for (std::size_t i = 0; i < runs.size(); ++i) {
+            std::string command = ShellQuoted(VORNOSC_BINARY);
+            for (const std::string& arg : runs[i])
+                command += " " + ShellQuoted(arg);
+            const std::string n = std::to_string(i);
+            script += "(" + command + " >.out" + n + " 2>.err" + n + "; echo $? >.rc" + n + ") &\n";
+        }
+        RunCommand(script + "wait");
+        std::vector<VornoscRun> results(runs.size());
+        for (std::size_t i = 0; i < runs.size(); ++i) {
+            const std::string n = std::to_string(i);
+            const std::string rc = Take(".rc" + n);
+            results[i] = {rc.empty() ? -1 : std::stoi(rc), Take(".out" + n), Take(".err" + n)};
+        }
+        return results;
+    }
+    VornoscRun Vornosc(const std::vector<std::string>& args) { return RunTogether({args})[0]; }
+
+    std::string Take(const std::string& name)
+    {
+        const std::string text = ReadWholeFile(folder_ / name.c_str()).value_or("");
+        fs::remove(folder_ / name.c_str());
+        return text;
+    }
+    void Write(const std::string& name, const std::string& bytes)
+    {
+        WriteWholeFile(folder_ / name.c_str(), bytes);
+    }
+    std::string Read(const std::string& name) const
+    {
+        return ReadWholeFile(folder_ / name.c_str()).value_or("(none)");
+    }
+    json ReadJson(const std::string& name) const { return json::parse(Read(name)); }
+
+    // The names in the folder, besides the runs' TMPDIR, which must be empty.
+    std::set<std::string> Files() const
+    {
+        EXPECT_TRUE(fs::is_empty(tmp_));
+        std::set<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder_.path()))
+            names.insert(entry.path().filename().string());
+        names.erase("tmp");
+        return names;
+    }
+
+    TempFolder folder_;
+    const std::string tmp_ = folder_ / "tmp";
+};
 
 json Control(const std::string& name, const std::string& command, std::int64_t small,
              std::int64_t large, json type, json color, int flags)
@@ -116,13 +121,16 @@ json Control(const std::string& name, const std::string& command, std::int64_t s
 }
 
 // Every field at its limits: the longest texts (in one- and three-byte
-// characters), the int16 and int32 ends, bytes with and without names.
-json ExtremeLayout(json orientation)
+// characters), the int16 and int32 ends, bytes with and without names. The
+// extensions match in any case.
+TEST_F(CommandLine, ConversionsBothWaysKeepEveryFieldAtItsLimits)
 {
     std::string euros;
     for (int i = 0; i < 85; ++i)
         euros += "\xE2\x82\xAC";
-    return {{"device", "iPhone/iPod Touch"},
+    for (const json& orientation : {json("Vertical"), json(200)}) {
+        const json layout = {
+            {"device", "iPhone/iPod Touch"},
             {"orientation", orientation},
             {"pages",
              {{{"name", std::string(255, 'p')},
@@ -131,236 +139,174 @@ json ExtremeLayout(json orientation)
                  Control("", "", 32767, 2147483647, 255, 9, 128),
                  Control("Push", "/TRVX/ID1/SetVal/Ctl1", 0, 0, "Push Button", "pink", 0)}}},
               {{"name", ""}, {"controls", json::array()}}}}};
-}
-
-TEST_F(CommandLine, RoundTripsKeepEveryFieldAtItsLimits)
-{
-    for (const json& orientation : {json("Vertical"), json(200)}) {
-        const json layout = ExtremeLayout(orientation);
-        Write("in.json", layout.dump());
-        ASSERT_EQ(Run({"convert", "in.json", "a.VornOsc"}).status, 0);
-        const VornoscRun dump = Run({"dump", "a.VornOsc", "--device", "iphone"});
+        Write("in.JSON", layout.dump());
+        ASSERT_EQ(Vornosc({"convert", "in.JSON", "a.VORNOSC"}).status, 0);
+        const VornoscRun dump = Vornosc({"dump", "a.VORNOSC", "--device", "iphone"});
         ASSERT_EQ(dump.status, 0) << dump.err;
         EXPECT_EQ(dump.err, "");
         EXPECT_EQ(json::parse(dump.out), layout);
-
-        ASSERT_EQ(Run({"convert", "a.VornOsc", "b.json"}).status, 0);
-        ASSERT_EQ(Run({"convert", "b.json", "c.VornOsc"}).status, 0);
-        EXPECT_EQ(Read("a.VornOsc"), Read("c.VornOsc"));
+        ASSERT_EQ(Vornosc({"convert", "a.VORNOSC", "b.Json"}).status, 0);
+        ASSERT_EQ(Vornosc({"convert", "b.Json", "c.VornOsc"}).status, 0);
+        EXPECT_EQ(Read("a.VORNOSC"), Read("c.VornOsc"));
     }
 }
 
-TEST_F(CommandLine, NamesThatAreNotUtf8StillDump)
+TEST_F(CommandLine, TheDemoFilesAgree)
 {
-    const std::string demo = ReadBytes(EXAMPLES_DIR "/Demo.VornOsc");
-    Write("odd.VornOsc",
-          Replaced(Replaced(demo, "Ch 1", "Ch\xFF\xC3"), "Transport", "Tr\xE9nsport"));
-    const VornoscRun run = Run({"dump", "odd.VornOsc"});
-    ASSERT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(run.err, "");
-    const json layout = json::parse(run.out);
-    EXPECT_EQ(layout["pages"][0]["controls"][0]["name"], "Ch\xEF\xBF\xBD\xEF\xBF\xBD");
-    EXPECT_EQ(layout["pages"][1]["name"], "Tr\xEF\xBF\xBDnsport");
+    ASSERT_EQ(Vornosc({"convert", EXAMPLES_DIR "/Demo.json", "Demo.VornOsc"}).status, 0);
+    EXPECT_EQ(Read("Demo.VornOsc"), kDemo);
+    const VornoscRun dump = Vornosc({"dump", EXAMPLES_DIR "/Demo.VornOsc"});
+    ASSERT_EQ(dump.status, 0) << dump.err;
+    EXPECT_EQ(json::parse(dump.out), json::parse(*ReadWholeFile(EXAMPLES_DIR "/Demo.json")));
 }
 
-TEST_F(CommandLine, NamesAndExtensionsMatchInAnyCase)
-{
-    Write("IN.JSON", R"({"device": "IPAD", "orientation": "vertical", "pages": [{"controls": [
-        {"type": "push BUTTON", "color": "Pink"}]}]})");
-    ASSERT_EQ(Run({"convert", "IN.JSON", "OUT.VORNOSC"}).status, 0);
-    ASSERT_EQ(Run({"convert", "OUT.VORNOSC", "back.Json"}).status, 0);
-    const json layout = json::parse(Read("back.Json"));
-    EXPECT_EQ(layout["device"], "iPad");
-    EXPECT_EQ(layout["orientation"], "Vertical");
-    EXPECT_EQ(layout["pages"][0]["controls"][0]["type"], "Push Button");
-    EXPECT_EQ(layout["pages"][0]["controls"][0]["color"], "pink");
-}
-
-TEST_F(CommandLine, DeviceComesFromTheJsonOrIsIPadUnlessGiven)
+// A layout file does not keep the device: it reads as an iPad.
+TEST_F(CommandLine, TheDeviceComesFromTheJsonOrIsAnIPadUnlessGiven)
 {
     Write("phone.json", R"({"device": "iPhone/iPod Touch", "pages": [{}]})");
-    ASSERT_EQ(Run({"convert", "phone.json", "phone.VornOsc"}).status, 0);
-    const auto device = [&](const std::vector<std::string>& args) {
-        const VornoscRun run = Run(args);
-        EXPECT_EQ(run.status, 0) << run.err;
-        return run.status == 0 ? json::parse(run.out)["device"] : json();
+    ASSERT_EQ(Vornosc({"convert", "phone.json", "phone.VornOsc"}).status, 0);
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
+        {{"dump", "phone.json"}, "iPhone/iPod Touch"},
+        {{"dump", "phone.json", "--device", "ipad"}, "iPad"},
+        {{"dump", "phone.VornOsc"}, "iPad"},
+        {{"dump", "--device=IPhone", "phone.VornOsc"}, "iPhone/iPod Touch"},
+        {{"dump", "phone.VornOsc", "--device", "iPhone/iPod Touch"}, "iPhone/iPod Touch"},
+        {{"dump", "--device", "IPAD", "--", "phone.json"}, "iPad"},
     };
-    EXPECT_EQ(device({"dump", "phone.json"}), "iPhone/iPod Touch");
-    EXPECT_EQ(device({"dump", "phone.json", "--device", "ipad"}), "iPad");
-    // The layout file does not keep the device.
-    EXPECT_EQ(device({"dump", "phone.VornOsc"}), "iPad");
-    EXPECT_EQ(device({"dump", "--device=IPhone", "phone.VornOsc"}), "iPhone/iPod Touch");
-    EXPECT_EQ(device({"dump", "phone.VornOsc", "--device", "iPhone/iPod Touch"}),
-              "iPhone/iPod Touch");
-    ASSERT_EQ(Run({"convert", "phone.VornOsc", "pad.json", "--device", "iphone"}).status, 0);
-    EXPECT_EQ(json::parse(Read("pad.json"))["device"], "iPhone/iPod Touch");
-}
-
-struct BadInput {
-    const char* file;
-    std::string bytes;
-    const char* what;
-};
-
-std::vector<BadInput> BadInputs()
-{
-    const std::string demo = ReadBytes(EXAMPLES_DIR "/Demo.VornOsc");
-    const std::string control = R"({"pages": [{}, {"controls": [{}, {}, {}, {"x": 0}]}]})";
-    return {
-        {"notlayout.VornOsc", "hello, world", "not a layout file"},
-        {"empty.VornOsc", "", "not a layout file"},
-        {"badpage.VornOsc", Replaced(demo, "PAGE", "PAGX"),
-         "Error reading Vorn OSC file (stopped at byte 16)"},
-        {"badctrl.VornOsc", Replaced(demo, "CTRL", "CTRl"),
-         "Error reading Vorn OSC file (stopped at byte "},
-        {"truncated.VornOsc", demo.substr(0, demo.size() / 2), "Error reading Vorn OSC file"},
-        {"syntax.json", "{\"pages\": [}", "parse error at line 1, column 12"},
-        {"short.json", Replaced(control, "\"x\": 0", "\"x\": -32769"),
-         "pages[1].controls[3].x: -32769 does not fit"},
-        {"long.json", Replaced(control, "\"x\": 0", "\"name\": \"" + std::string(256, 'a') + "\""),
-         "pages[1].controls[3].name: the text is 256 bytes long"},
-        {"type.json", Replaced(control, "\"x\": 0", "\"type\": 256"),
-         "pages[1].controls[3].type: 256 does not fit"},
-        {"color.json", Replaced(control, "\"x\": 0", "\"color\": 1000"),
-         "pages[1].controls[3].color: 1000 does not fit"},
-        {"flags.json", Replaced(control, "\"x\": 0", "\"flags\": 256"),
-         "pages[1].controls[3].flags: 256 does not fit"},
-        {"name.json", Replaced(control, "\"x\": 0", "\"color\": \"white\""),
-         "pages[1].controls[3].color: unknown colour \"white\""},
-        {"nopages.json", R"({"pages": []})", "a layout has at least one page"},
-    };
+    for (const auto& [args, device] : cases) {
+        SCOPED_TRACE(args.back() + " " + args[1]);
+        const VornoscRun run = Vornosc(args);
+        ASSERT_EQ(run.status, 0) << run.err;
+        EXPECT_EQ(json::parse(run.out)["device"], device);
+    }
+    ASSERT_EQ(Vornosc({"convert", "phone.VornOsc", "pad.json", "--device", "iphone"}).status, 0);
+    EXPECT_EQ(ReadJson("pad.json")["device"], "iPhone/iPod Touch");
 }
 
 TEST_F(CommandLine, BadInputFailsWithOneLineAndWritesNothing)
 {
-    for (const BadInput& input : BadInputs()) {
-        SCOPED_TRACE(input.file);
-        Write(input.file, input.bytes);
-        ExpectOneLineFailure(Run({"dump", input.file}), input.file, input.what);
-        ExpectOneLineFailure(Run({"convert", input.file, "out.json"}), input.file, input.what);
-        ExpectOneLineFailure(Run({"convert", input.file, "out.touchosc"}), input.file, input.what);
-        EXPECT_EQ(Files(), std::set<std::string>{input.file});
-        fs::remove(Path(input.file));
+    const std::tuple<const char*, std::string, const char*> cases[] = {
+        {"notlayout.VornOsc", "hello, world", "not a layout file"},
+        {"empty.VornOsc", "", "not a layout file"},
+        {"badpage.VornOsc", Replaced(kDemo, "PAGE", "PAGX"),
+         "Error reading Vorn OSC file (stopped at byte 16)"},
+        {"badctrl.VornOsc", Replaced(kDemo, "CTRL", "CTRl"),
+         "Error reading Vorn OSC file (stopped at byte "},
+        {"truncated.VornOsc", kDemo.substr(0, kDemo.size() / 2), "Error reading Vorn OSC file"},
+        {"syntax.json", "{\"pages\": [}", "parse error at line 1, column 12"},
+        {"value.json", R"({"pages": [{}, {"controls": [{}, {"x": -32769}]}]})",
+         "pages[1].controls[1].x: -32769 does not fit"},
+    };
+    for (const auto& [file, bytes, what] : cases) {
+        SCOPED_TRACE(file);
+        Write(file, bytes);
+        for (const char* out : {"out.json", "out.touchosc"})
+            ExpectOneLineFailure(Vornosc({"convert", file, out}), file, what);
+        ExpectOneLineFailure(Vornosc({"dump", file}), file, what);
+        EXPECT_EQ(Files(), std::set<std::string>{file});
+        fs::remove(folder_ / file);
     }
-    ExpectOneLineFailure(Run({"dump", "missing.json"}), "missing.json",
+    ExpectOneLineFailure(Vornosc({"dump", "missing.json"}), "missing.json",
                          "cannot read: No such file or directory");
-    fs::create_directory(Path("folder.json"));
-    ExpectOneLineFailure(Run({"dump", "folder.json"}), "folder.json", "cannot read");
-    EXPECT_TRUE(TempFolderIsEmpty());
+    fs::create_directory(folder_ / "folder.json");
+    ExpectOneLineFailure(Vornosc({"dump", "folder.json"}), "folder.json", "cannot read");
 }
 
-TEST_F(CommandLine, AnExistingOutputIsLeftAsItWasOnFailure)
+// OUT appears only once it is complete.
+TEST_F(CommandLine, AnOutputIsReplacedOnlyBySuccess)
 {
     Write("bad.json", R"({"pages": [{"controls": [{"y": 99999}]}]})");
+    Write("good.json", R"({"pages": [{}]})");
     for (const char* out : {"old.VornOsc", "old.json", "old.touchosc", "old.jzml"}) {
+        SCOPED_TRACE(out);
         Write(out, "old bytes");
-        ExpectOneLineFailure(Run({"convert", "bad.json", out}), "bad.json",
+        ExpectOneLineFailure(Vornosc({"convert", "bad.json", out}), "bad.json",
                              "pages[0].controls[0].y");
         EXPECT_EQ(Read(out), "old bytes");
+        ASSERT_EQ(Vornosc({"convert", "good.json", out}).status, 0);
+        EXPECT_NE(Read(out), "old bytes");
     }
-    EXPECT_EQ(Files().size(), 5u);
-    // A good conversion replaces it.
-    Write("good.json", R"({"pages": [{}]})");
-    ASSERT_EQ(Run({"convert", "good.json", "old.json"}).status, 0);
-    EXPECT_EQ(json::parse(Read("old.json"))["pages"][0]["name"], "Page 1");
-    // A folder in the way is not replaced, and the finished file goes away.
-    fs::create_directory(Path("folder.VornOsc"));
-    ExpectOneLineFailure(Run({"convert", "good.json", "folder.VornOsc"}), "folder.VornOsc",
+    EXPECT_EQ(ReadJson("old.json")["pages"][0]["name"], "Page 1");
+    fs::create_directory(folder_ / "folder.VornOsc");
+    ExpectOneLineFailure(Vornosc({"convert", "good.json", "folder.VornOsc"}), "folder.VornOsc",
                          "cannot replace the file: Is a directory");
-    EXPECT_TRUE(fs::is_empty(Path("folder.VornOsc")));
+    EXPECT_TRUE(fs::is_empty(folder_ / "folder.VornOsc"));
+    for (const char* out : {"missing/a.touchosc", "missing/a.jzml", "missing/a.json"}) {
+        ExpectOneLineFailure(Vornosc({"convert", "good.json", out}), out,
+                             "No such file or directory");
+    }
     EXPECT_EQ(Files().size(), 7u);
 }
 
-TEST_F(CommandLine, UsageErrorsExitTwoWithUsage)
+// Usage errors exit with 2 and the usage on stderr; help exits with 0 and
+// prints on stdout.
+TEST_F(CommandLine, UsageErrorsExitTwoAndHelpExitsZero)
 {
     Write("in.json", R"({"pages": [{}]})");
-    const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
-        {{}, "Usage: vornosc COMMAND"},
-        {{"frobnicate"}, "unknown command \"frobnicate\""},
-        {{"dump"}, "give one layout file"},
-        {{"dump", "in.json", "in.json"}, "give one layout file"},
-        {{"convert", "in.json"}, "give two files"},
-        {{"dump", "in.json", "--verbose"}, "unknown option \"--verbose\""},
-        {{"dump", "in.json", "--device"}, "--device needs a value"},
-        {{"dump", "in.json", "--device", "android"}, "unknown device \"android\""},
-        {{"dump", "in.txt"}, "a layout to read ends in .json or .VornOsc"},
-        {{"convert", "in.touchosc", "out.json"}, "a layout to read ends in .json or .VornOsc"},
+    const std::tuple<std::vector<std::string>, int, std::string> cases[] = {
+        {{}, 2, "Usage: vornosc COMMAND"},
+        {{"frobnicate"}, 2, "vornosc: unknown command \"frobnicate\"\nUsage: vornosc COMMAND"},
+        {{"dump"}, 2, "vornosc dump: give one layout file\nUsage: vornosc dump LAYOUT"},
+        {{"dump", "in.json", "in.json"}, 2, "give one layout file"},
+        {{"convert", "in.json"}, 2, "vornosc convert: give two files"},
+        {{"dump", "in.json", "--verbose"}, 2, "unknown option \"--verbose\""},
+        {{"dump", "in.json", "--device"}, 2, "--device needs a value"},
+        {{"dump", "in.json", "--device", "android"}, 2, "unknown device \"android\""},
+        {{"dump", "--device=", "in.json"}, 2, "unknown device \"\""},
+        {{"dump", "in.txt"}, 2, "a layout to read ends in .json or .VornOsc"},
+        {{"convert", "in.touchosc", "out.json"}, 2, "a layout to read ends in .json or .VornOsc"},
         {{"convert", "in.json", "out.xml"},
+         2,
          "a file to write ends in .json, .VornOsc, .touchosc or .jzml"},
+        {{"--help"}, 0, "Usage: vornosc COMMAND"},
+        {{"-h"}, 0, "Usage: vornosc COMMAND"},
+        {{"dump", "--help"}, 0, "Usage: vornosc dump LAYOUT"},
+        {{"convert", "a.json", "-h"}, 0, "Usage: vornosc convert IN OUT"},
+        {{"convert", "--help"},
+         0,
+         "Usage: vornosc convert IN OUT [--device iphone|ipad]\n\n"
+         "Writes the layout IN as OUT"},
     };
-    for (const auto& [args, what] : cases) {
-        const VornoscRun run = Run(args);
-        EXPECT_EQ(run.status, 2) << what;
-        EXPECT_EQ(run.out, "");
-        EXPECT_NE(run.err.find(what), std::string::npos) << run.err;
-        EXPECT_NE(run.err.find("Usage: vornosc"), std::string::npos) << run.err;
+    for (const auto& [args, status, text] : cases) {
+        SCOPED_TRACE(text);
+        const VornoscRun run = Vornosc(args);
+        EXPECT_EQ(run.status, status);
+        EXPECT_EQ((status == 0 ? run.err : run.out), "");
+        const std::string& shown = status == 0 ? run.out : run.err;
+        EXPECT_TRUE(status == 0 ? shown.starts_with(text) : shown.find(text) != std::string::npos)
+            << shown;
+        EXPECT_NE(shown.find("Usage: vornosc"), std::string::npos) << shown;
     }
     EXPECT_EQ(Files(), std::set<std::string>{"in.json"});
 }
 
-TEST_F(CommandLine, HelpGoesToStdoutOnEveryCommand)
-{
-    const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
-        {{"--help"}, "Usage: vornosc COMMAND"},
-        {{"-h"}, "Usage: vornosc COMMAND"},
-        {{"dump", "--help"}, "Usage: vornosc dump LAYOUT"},
-        {{"convert", "a.json", "-h"}, "Usage: vornosc convert IN OUT"},
-    };
-    for (const auto& [args, usage] : cases) {
-        const VornoscRun run = Run(args);
-        EXPECT_EQ(run.status, 0);
-        EXPECT_EQ(run.err, "");
-        EXPECT_EQ(run.out.rfind(usage, 0), 0u) << run.out;
-    }
-    EXPECT_NE(Run({"convert", "--help"}).out.find(".touchosc or .jzml"), std::string::npos);
-}
-
-TEST_F(CommandLine, DemoFilesAgree)
-{
-    ASSERT_EQ(Run({"convert", EXAMPLES_DIR "/Demo.json", "Demo.VornOsc"}).status, 0);
-    EXPECT_EQ(Read("Demo.VornOsc"), ReadBytes(EXAMPLES_DIR "/Demo.VornOsc"));
-    const VornoscRun dump = Run({"dump", EXAMPLES_DIR "/Demo.VornOsc"});
-    ASSERT_EQ(dump.status, 0) << dump.err;
-    EXPECT_EQ(json::parse(dump.out), json::parse(ReadBytes(EXAMPLES_DIR "/Demo.json")));
-}
-
-TEST_F(CommandLine, ExportsWriteTheirFilesAndNothingElse)
+// Side by side, as scripts run them: each run has a temporary index.xml of its
+// own, so no archive gets another's layout, and the data folders go with them.
+TEST_F(CommandLine, ExportsRunTogetherWriteTheirOwnFilesAndNothingElse)
 {
     Write("small.json", R"({"pages": [{"name": "Small", "controls": [{"type": "Fader"}]}]})");
     const std::string demo = EXAMPLES_DIR "/Demo.json";
-    // Side by side, as scripts run them: each run has a temporary index.xml of
-    // its own, so no archive gets another's layout.
     const std::vector<std::vector<std::string>> exports = {
         {"convert", demo, "Demo.touchosc"},      {"convert", "small.json", "Small.touchosc"},
         {"convert", demo, "Demo2.TouchOSC"},     {"convert", "small.json", "Small2.touchosc"},
         {"convert", "small.json", "Small.JZML"},
     };
-    for (const VornoscRun& run : runner_->RunTogether(exports)) {
+    for (const VornoscRun& run : RunTogether(exports)) {
         EXPECT_EQ(run.status, 0) << run.err;
         EXPECT_EQ(run.err, "");
     }
     EXPECT_EQ(Files(), (std::set<std::string>{"small.json", "Demo.touchosc", "Small.touchosc",
                                               "Demo2.TouchOSC", "Small2.touchosc", "Small.JZML"}));
-    const std::string demoXml = IndexXml(Path("Demo.touchosc"));
-    const std::string smallXml = IndexXml(Path("Small.touchosc"));
-    EXPECT_NE(demoXml.find("<layout"), std::string::npos);
-    EXPECT_NE(demoXml, smallXml);
-    EXPECT_EQ(IndexXml(Path("Demo2.TouchOSC")), demoXml);
-    EXPECT_EQ(IndexXml(Path("Small2.touchosc")), smallXml);
+    const auto xml = [&](const char* archive) {
+        const auto entries = ReadZipEntries(folder_ / archive);
+        return entries && entries->size() == 1 ? entries->front().bytes : "(unreadable)";
+    };
+    EXPECT_NE(xml("Demo.touchosc").find("<tabpage"), std::string::npos);
+    EXPECT_NE(xml("Demo.touchosc"), xml("Small.touchosc"));
+    EXPECT_EQ(xml("Demo2.TouchOSC"), xml("Demo.touchosc"));
+    EXPECT_EQ(xml("Small2.touchosc"), xml("Small.touchosc"));
     EXPECT_EQ(Read("Small.JZML").rfind("<JZML>", 0), 0u);
     EXPECT_NE(Read("Small.JZML").find("text=\"Small\""), std::string::npos);
-    // The runs' data folders are gone with them.
-    EXPECT_TRUE(TempFolderIsEmpty());
-}
-
-TEST_F(CommandLine, ExportIntoAMissingFolderFailsWithOneLine)
-{
-    for (const char* out : {"missing/Demo.touchosc", "missing/Demo.jzml", "missing/Demo.json"}) {
-        ExpectOneLineFailure(Run({"convert", EXAMPLES_DIR "/Demo.json", out}), out,
-                             "No such file or directory");
-    }
-    EXPECT_TRUE(Files().empty());
-    EXPECT_TRUE(TempFolderIsEmpty());
 }
 
 }  // namespace

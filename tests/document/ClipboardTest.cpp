@@ -1,5 +1,5 @@
-#include "FakeHost.h"
 #include "FakeToolkit.h"
+#include "TestControls.h"
 #include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
@@ -11,12 +11,16 @@
 
 namespace {
 
-const char* const kNoSpaceQuestion =
+const char kNoSpaceQuestion[] =
     "Insufficient space could be found on the current page to add the controls\n"
     "without conflicting with existing controls.\n\n"
     "Click YES to add the controls\nClick NO to cancel the paste.\n\n"
     "(Alternately, create a new Page to paste the controls into)";
+const char kTooLargeNotice[] =
+    "The OSC controls on the clipboard are larger then the specified screen.\n"
+    "Please create a smaller layout to paste.";
 
+// An iPhone held upright, 320 by 480.
 struct Clipboard : testing::Test {
     OSCProject project;
 
@@ -25,23 +29,19 @@ struct Clipboard : testing::Test {
         Toolkit().Reset();
         ClearClipboard();
         project.device = kIPhone;
-        project.orientation = kVertical;  // 320 by 480
+        project.orientation = kVertical;
     }
     void TearDown() override { ClearClipboard(); }
 
     OSCPage& page() { return *project.CurrentPage(); }
 
-    OSCControl& Add(const char* name, int x, int y, int w = 32, int h = 32, bool selected = false)
+    // Puts the given controls, selected, on the clipboard and empties the page.
+    void CopyOnly(std::initializer_list<CRect> rects)
     {
-        auto control = std::make_unique<OSCControl>();
-        std::strcpy(control->name, name);
-        control->x = static_cast<std::int16_t>(x);
-        control->y = static_cast<std::int16_t>(y);
-        control->width = static_cast<std::int16_t>(w);
-        control->height = static_cast<std::int16_t>(h);
-        control->selected = selected;
-        page().controls.push_back(std::move(control));
-        return *page().controls.back();
+        for (const CRect& r : rects)
+            AddControl(page(), r.left, r.top, r.Width(), r.Height(), kLabel, true, "c");
+        project.Copy();
+        page().controls.clear();
     }
 
     static std::string Names(const ControlList& controls)
@@ -55,10 +55,11 @@ struct Clipboard : testing::Test {
 
 }  // namespace
 
-TEST_F(Clipboard, CutTakesSelectedControlsInReverseAndPasteRestoresTheirOrder)
+TEST_F(Clipboard, CutTakesTheSelectedControlsInReverseAndPasteRestoresTheirOrder)
 {
     for (int i = 0; i < 5; ++i)
-        Add(std::to_string(i).c_str(), 40 * i, 100, 32, 32, i == 1 || i == 3 || i == 4);
+        AddControl(page(), 40 * i, 100, 32, 32, kLabel, i % 2 == 1 || i == 4,
+                   std::to_string(i).c_str());
     project.Cut();
     EXPECT_EQ(Names(*GetControlClipboard()), "431");
     EXPECT_EQ(Names(page().controls), "02");
@@ -66,145 +67,92 @@ TEST_F(Clipboard, CutTakesSelectedControlsInReverseAndPasteRestoresTheirOrder)
     project.AddPage();
     project.Paste();
     EXPECT_EQ(Names(page().controls), "134");
-    for (const auto& control : page().controls)
-        EXPECT_TRUE(control->selected);  // cut controls come back selected
+    EXPECT_EQ(project.GetNumSelected(), 3);  // cut controls come back selected
+
+    project.UnselectAll();
+    project.Cut();  // nothing selected: the clipboard is emptied
+    EXPECT_TRUE(GetControlClipboard()->empty());
+    EXPECT_EQ(project.GetNumControls(), 3);
 }
 
-TEST_F(Clipboard, CopyKeepsThePageAndEveryField)
+TEST_F(Clipboard, CopyLeavesThePageAndKeepsEveryField)
 {
-    OSCControl& original = Add("a", 10, 60, 32, 32, true);
+    OSCControl& original = AddControl(page(), 10, 60, 32, 32, kKnob, true, "a");
     original.value = 99;
     original.color = 7;
-    Add("b", 100, 100);
+    AddControl(page(), 100, 100, 32, 32, kLabel, false, "b");
     project.Copy();
     ASSERT_EQ(GetControlClipboard()->size(), 1u);
-    const OSCControl& copy = *GetControlClipboard()->front();
-    EXPECT_NE(&copy, &original);
-    EXPECT_EQ(std::memcmp(&copy, &original, sizeof copy), 0);
+    EXPECT_EQ(std::memcmp(GetControlClipboard()->front().get(), &original, sizeof original), 0);
     EXPECT_EQ(Names(page().controls), "ab");
 }
 
-TEST_F(Clipboard, CutOrCopyWithNothingSelectedEmptiesTheClipboard)
+// The group, eight units larger on each side, goes to the first free place
+// below the title band, keeping its shape and the page's other selections.
+TEST_F(Clipboard, PasteKeepsTheGroupShapeAndGoesToTheFirstFreePlace)
 {
-    Add("a", 0, 100, 32, 32, true);
-    project.Copy();
-    page().controls[0]->selected = 0;
-    project.Cut();
-    EXPECT_TRUE(GetControlClipboard()->empty());
-    EXPECT_EQ(page().controls.size(), 1u);
+    CopyOnly({{20, 100, 52, 132}, {70, 130, 102, 162}});
+    AddControl(page(), 200, 300, 32, 32, kLabel, true, "x");
+    project.Paste();
+    project.Paste();
+    ASSERT_EQ(project.GetNumControls(), 5);
+    const CRect expected[] = {{98, 48, 130, 80},
+                              {148, 78, 180, 110},
+                              {8, 48, 40, 80},
+                              {58, 78, 90, 110},
+                              {200, 300, 232, 332}};
+    for (std::size_t i = 0; i < 5; ++i) {
+        EXPECT_EQ(page().controls[i]->Rect(), expected[i]) << i;
+        EXPECT_TRUE(page().controls[i]->selected) << i;
+    }
+    EXPECT_EQ(GetControlClipboard()->size(), 2u);
 }
 
-TEST_F(Clipboard, PasteOnAnEmptyPageGoesBelowTheTitleBand)
+// A group larger than the screen is refused with a notice; one just as large
+// finds no free place, so the user is asked.
+TEST_F(Clipboard, AGroupLargerThanTheScreenIsRefused)
 {
-    Add("a", 100, 100, 32, 32, true);
-    project.Copy();
-    page().controls.clear();
-    project.Paste();
-    ASSERT_EQ(page().controls.size(), 1u);
-    EXPECT_EQ(page().controls[0]->x, 8);
-    EXPECT_EQ(page().controls[0]->y, 48);
+    const std::tuple<int, int, const char*> cases[] = {
+        {304, 32, kNoSpaceQuestion},
+        {305, 32, kTooLargeNotice},
+        {32, 464, kNoSpaceQuestion},
+        {32, 465, kTooLargeNotice},
+    };
+    for (const auto& [w, h, text] : cases) {
+        SCOPED_TRACE(testing::Message() << w << "x" << h);
+        Toolkit().Reset();
+        CopyOnly({{0, 0, w, h}});
+        project.Paste();
+        EXPECT_TRUE(page().controls.empty());
+        ASSERT_EQ(Toolkit().messageBoxes.size(), 1u);
+        EXPECT_EQ(Toolkit().messageBoxes[0].text, text);
+        EXPECT_EQ(Toolkit().messageBoxes[0].caption, "OSC");
+        EXPECT_EQ(Toolkit().messageBoxes[0].style,
+                  text == kTooLargeNotice ? toolkit::kNotice : toolkit::kYesNo);
+    }
 }
 
-TEST_F(Clipboard, GroupWiderThanTheScreenIsRefused)
+TEST_F(Clipboard, AFullPageAsksAndPutsTheGroupInTheCornerOnYes)
 {
-    Add("a", 0, 100, 100, 32, true);
-    Add("b", 214, 100, 100, 32, true);  // 314 wide, 330 with margins
-    project.Copy();
-    page().controls.clear();
-    project.Paste();
-    EXPECT_TRUE(page().controls.empty());
-    ASSERT_EQ(Toolkit().messageBoxes.size(), 1u);
-    EXPECT_EQ(Toolkit().messageBoxes[0].text,
-              "The OSC controls on the clipboard are larger then the specified screen.\n"
-              "Please create a smaller layout to paste.");
-    EXPECT_EQ(Toolkit().messageBoxes[0].caption, "OSC");
-    EXPECT_EQ(Toolkit().messageBoxes[0].style, toolkit::kNotice);
-
-    project.orientation = kHorizontal;  // 480 wide
-    project.Paste();
-    EXPECT_EQ(page().controls.size(), 2u);
-}
-
-TEST_F(Clipboard, FullPageAsksAndPlacesTheGroupAtTheCornerOnYes)
-{
-    Add("a", 50, 50, 32, 32, true);
-    project.Copy();
-    page().controls.clear();
-    Add("wall", 0, 0, 320, 480);
-
+    CopyOnly({{50, 50, 82, 82}});
+    AddControl(page(), 0, 0, 320, 480, kLabel, false, "wall");
     project.Paste();  // answered No
-    EXPECT_EQ(page().controls.size(), 1u);
-    ASSERT_EQ(Toolkit().messageBoxes.size(), 1u);
-    EXPECT_EQ(Toolkit().messageBoxes[0].text, kNoSpaceQuestion);
-    EXPECT_EQ(Toolkit().messageBoxes[0].caption, "OSC");
-    EXPECT_EQ(Toolkit().messageBoxes[0].style, toolkit::kYesNo);
-
+    EXPECT_EQ(project.GetNumControls(), 1);
     Toolkit().answers.push_back(toolkit::kAnswerYes);
     project.Paste();
-    ASSERT_EQ(page().controls.size(), 2u);
-    EXPECT_EQ(page().controls[0]->x, 8);
-    EXPECT_EQ(page().controls[0]->y, 8);
+    ASSERT_EQ(project.GetNumControls(), 2);
+    EXPECT_EQ(page().controls[0]->Rect(), (CRect{8, 8, 40, 40}));
 }
 
-TEST_F(Clipboard, PastingTwiceMakesIndependentCopiesClearOfEachOther)
-{
-    Add("a", 0, 100, 32, 32, true);
-    project.Copy();
-    page().controls.clear();
-    project.Paste();
-    project.Paste();
-    ASSERT_EQ(page().controls.size(), 2u);
-    EXPECT_EQ(GetControlClipboard()->size(), 1u);
-    const CRect second = page().controls[0]->Rect();
-    const CRect first = page().controls[1]->Rect();
-    EXPECT_EQ(first, (CRect{8, 48, 40, 80}));
-    EXPECT_EQ(second, (CRect{48, 48, 80, 80}));  // eight units clear of the first
-    page().controls[0]->x = 0;
-    EXPECT_EQ(page().controls[1]->x, 8);
-}
-
-TEST_F(Clipboard, PasteKeepsOtherSelectionsAndTheGroupShape)
-{
-    Add("a", 20, 100, 32, 32, true);
-    Add("b", 70, 130, 32, 32, true);
-    project.Copy();
-    page().controls.clear();
-    OSCControl& other = Add("x", 200, 300);
-    other.selected = 1;
-    project.Paste();
-    ASSERT_EQ(page().controls.size(), 3u);
-    EXPECT_EQ(Names(page().controls), "abx");
-    EXPECT_EQ(page().controls[0]->Rect(), (CRect{8, 48, 40, 80}));
-    EXPECT_EQ(page().controls[1]->Rect(), (CRect{58, 78, 90, 110}));
-    EXPECT_TRUE(page().controls[2]->selected);
-}
-
-TEST_F(Clipboard, HostRecordsBecomeUnselectedGrayControls)
+TEST_F(Clipboard, HostRecordsBecomeUnselectedControlsAndNullRecordsArePassedOver)
 {
     _OSCParms records[2]{};
     std::strcpy(records[0].name, "Cutoff");
-    records[0].deviceNumber = 2;
-    records[0].controlNumber = 74;
-    records[0].x = -3;
-    records[0].y = 60;
-    records[0].width = 50;
-    records[0].height = 50;
-    records[0].type = kKnob;
     std::strcpy(records[1].name, "Res");
-    records[1].width = records[1].height = 40;
-    Add("old", 0, 100, 32, 32, true);
-    project.Copy();
-
+    CopyOnly({{0, 0, 10, 10}});
     ExternalPasteToClipboard({&records[0], nullptr, &records[1]});
-    const ControlList& clipboard = *GetControlClipboard();
-    ASSERT_EQ(clipboard.size(), 2u);
-    EXPECT_STREQ(clipboard[0]->name, "Cutoff");
-    EXPECT_STREQ(clipboard[0]->command, "/TRVX/ID2/SetVal/Ctl74");
-    EXPECT_EQ(clipboard[0]->x, 0);
-    EXPECT_EQ(clipboard[0]->color, kGray);
-    EXPECT_EQ(clipboard[0]->selected, 0);
-    EXPECT_STREQ(clipboard[1]->name, "Res");
-
+    EXPECT_EQ(Names(*GetControlClipboard()), "CutoffRes");
     project.Paste();
-    EXPECT_EQ(project.GetNumSelected(), 1);  // only the old control
+    EXPECT_EQ(project.GetNumControls(), 2);
+    EXPECT_EQ(project.GetNumSelected(), 0);
 }

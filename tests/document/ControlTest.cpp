@@ -11,28 +11,11 @@
 
 namespace {
 
-_OSCParms Record(const char* name, int device, int control, int x, int y)
-{
-    _OSCParms record{};
-    std::strcpy(record.name, name);
-    record.deviceNumber = static_cast<std::int16_t>(device);
-    record.controlNumber = static_cast<std::int16_t>(control);
-    record.x = static_cast<std::int16_t>(x);
-    record.y = static_cast<std::int16_t>(y);
-    record.width = 40;
-    record.height = 120;
-    record.minValue = -10;
-    record.maxValue = 90;
-    record.type = kFader;
-    record.flags = 7;
-    return record;
-}
-
-// Sets the value of a control by one pointer event and returns what was posted.
-struct Poster {
+// A host with a window, so that test-mode values reach the fake toolkit.
+struct TestMode : testing::Test {
     FakeHost host;
     int window = 0;
-    Poster()
+    void SetUp() override
     {
         Toolkit().Reset();
         host.hostWindow = &window;
@@ -41,157 +24,90 @@ struct Poster {
 
 }  // namespace
 
-TEST(Control, NewControlIsA32UnitLabelAtTheOrigin)
+TEST(Control, MadeFromAHostRecordIsGrayWithTheHostAddressAndNoNegativeCorner)
 {
-    const OSCControl control;
-    EXPECT_STREQ(control.name, "");
-    EXPECT_STREQ(control.command, "");
-    EXPECT_EQ(control.Rect(), (CRect{0, 0, 32, 32}));
-    EXPECT_EQ(control.minValue, 0);
-    EXPECT_EQ(control.maxValue, 127);
-    EXPECT_EQ(control.type, kLabel);
-    EXPECT_EQ(control.color, 0);
-    EXPECT_EQ(control.selected, 0);
-    EXPECT_EQ(control.GetSize(), 41);
-}
-
-TEST(Control, MadeFromHostRecordIsGrayWithTheHostAddressAndNoNegativeCorner)
-{
-    OSCControl control;
-    const _OSCParms record = Record("Vol", 3, 12, -5, 10);
-    control.SetOSCParms(&record);
-    EXPECT_STREQ(control.name, "Vol");
-    EXPECT_STREQ(control.command, "/TRVX/ID3/SetVal/Ctl12");
-    EXPECT_EQ(control.deviceId, 3);
-    EXPECT_EQ(control.controlNumber, 12);
-    EXPECT_EQ(control.Rect(), (CRect{0, 10, 40, 130}));
-    EXPECT_EQ(control.minValue, -10);
-    EXPECT_EQ(control.maxValue, 90);
-    EXPECT_EQ(control.type, kFader);
-    EXPECT_EQ(control.flags, 7);
-    EXPECT_EQ(control.color, kGray);
-    EXPECT_EQ(control.reserved1 | control.reserved2 | control.reserved3 | control.reserved4, 0);
-}
-
-TEST(Control, HostRecordNameWithoutTerminatorIsCutToTheField)
-{
-    _OSCParms record = Record("", 1, 1, 0, 0);
-    std::memset(record.name, 'n', sizeof record.name);
-    OSCControl control;
-    control.SetOSCParms(&record);
-    EXPECT_EQ(std::string(control.name), std::string(255, 'n'));
-    EXPECT_EQ(control.GetSize(), 255 + 21 + 41);
-}
-
-TEST(Control, SizeCountsBothTexts)
-{
-    OSCControl control;
-    std::strcpy(control.name, "Vol");
-    std::strcpy(control.command, "/a");
-    EXPECT_EQ(control.GetSize(), 46);
-}
-
-TEST(SetVal, HorizontalFaderClampsNearBothEnds)
-{
-    Poster poster;
-    OSCControl fader;
-    fader.type = kFader;
-    fader.x = 100;
-    fader.width = 50;
-    fader.height = 20;
-    const std::pair<int, int> cases[] = {{101, 0}, {147, 119}, {148, 127}, {125, 63}, {0, 0}};
-    for (auto [px, expected] : cases) {
-        fader.SetVal(&poster.host, px, 5, kPointerMove);
-        EXPECT_EQ(fader.value, expected) << "px " << px;
+    const int corners[][4] = {{-1, 7, 0, 7}, {7, -1, 7, 0}};
+    for (const auto& [x, y, expectedX, expectedY] : corners) {
+        SCOPED_TRACE(testing::Message() << "corner " << x << "," << y);
+        _OSCParms record{};
+        std::memset(record.name, 'n', sizeof record.name);  // no terminator
+        record.deviceNumber = 3;
+        record.controlNumber = 12;
+        record.x = static_cast<std::int16_t>(x);
+        record.y = static_cast<std::int16_t>(y);
+        record.width = 40;
+        record.height = 120;
+        record.minValue = -10;
+        record.maxValue = 90;
+        record.type = kFader;
+        record.flags = 7;
+        OSCControl control;
+        control.SetOSCParms(&record);
+        EXPECT_EQ(std::string(control.name), std::string(255, 'n'));
+        EXPECT_STREQ(control.command, "/TRVX/ID3/SetVal/Ctl12");
+        EXPECT_EQ(control.Rect(), (CRect{expectedX, expectedY, expectedX + 40, expectedY + 120}));
+        EXPECT_EQ(std::tie(control.deviceId, control.controlNumber, control.minValue,
+                           control.maxValue, control.type, control.flags, control.color),
+                  std::make_tuple(3, 12, -10, 90, kFader, 7, kGray));
     }
-    EXPECT_EQ(Toolkit().posts.size(), 5u);
 }
 
-TEST(SetVal, KnobAndTallFaderHaveTheirMaximumOnTop)
+// A control at (100, 200): faders and knobs clamp one unit inside the near
+// edge and two inside the far one; toggles flip on a press, buttons send on a
+// release, labels send nothing.
+TEST_F(TestMode, EachTypeTurnsThePointerIntoItsValue)
 {
-    Poster poster;
-    OSCControl knob;
-    knob.type = kKnob;
-    knob.width = 80;  // a knob counts as vertical whatever its shape
-    knob.height = 40;
-    knob.maxValue = 100;
-    const std::pair<int, int> cases[] = {{1, 100}, {38, 0}, {20, 50}};
-    for (auto [py, expected] : cases) {
-        knob.SetVal(&poster.host, 5, py, kPointerDown);
-        EXPECT_EQ(knob.value, expected) << "py " << py;
+    struct Case {
+        const char* what;
+        int type, width, height, minValue, maxValue, before, px, py, event, after;
+        bool posted;
+    };
+    const Case cases[] = {
+        {"wide fader, near edge", kFader, 50, 20, 10, 90, 0, 101, 0, kPointerMove, 10, true},
+        {"wide fader, inside near", kFader, 50, 20, 10, 90, 0, 102, 0, kPointerMove, 13, true},
+        {"wide fader, middle", kFader, 50, 20, 10, 90, 0, 125, 0, kPointerMove, 50, true},
+        {"wide fader, inside far", kFader, 50, 20, 10, 90, 0, 147, 0, kPointerMove, 85, true},
+        {"wide fader, far edge", kFader, 50, 20, 10, 90, 0, 148, 0, kPointerMove, 90, true},
+        {"square fader is wide", kFader, 40, 40, 10, 90, 0, 101, 201, kPointerMove, 10, true},
+        {"tall fader, middle", kFader, 39, 40, 10, 90, 0, 0, 220, kPointerUp, 50, true},
+        {"knob, top edge", kKnob, 80, 40, 10, 90, 0, 0, 201, kPointerDown, 90, true},
+        {"knob, inside top", kKnob, 80, 40, 10, 90, 0, 0, 202, kPointerDown, 86, true},
+        {"knob, middle", kKnob, 80, 40, 10, 90, 0, 0, 220, kPointerDown, 50, true},
+        {"knob, inside bottom", kKnob, 80, 40, 10, 90, 0, 0, 237, kPointerDown, 16, true},
+        {"knob, bottom edge", kKnob, 80, 40, 10, 90, 0, 0, 238, kPointerDown, 10, true},
+        {"full int range wraps", kFader, 1000, 10, INT_MIN, INT_MAX, 0, 600, 0, 1, INT_MIN, true},
+        {"wide range", kFader, 1000, 10, 0, 1'000'000, 0, 600, 0, kPointerMove, 500'000, true},
+        {"toggle pressed at min", kToggle, 9, 9, 10, 90, 10, 0, 0, kPointerDown, 90, true},
+        {"toggle pressed at max", kToggle, 9, 9, 10, 90, 90, 0, 0, kPointerDown, 10, true},
+        {"toggle moved", kToggle, 9, 9, 10, 90, 10, 0, 0, kPointerMove, 10, false},
+        {"toggle released", kToggle, 9, 9, 10, 90, 10, 0, 0, kPointerUp, 10, false},
+        {"button pressed", kPushButton, 9, 9, 10, 90, 42, 0, 0, kPointerDown, 42, false},
+        {"button moved", kPushButton, 9, 9, 10, 90, 42, 0, 0, kPointerMove, 42, false},
+        {"button released", kPushButton, 9, 9, 10, 90, 42, 0, 0, kPointerUp, 42, true},
+        {"label", kLabel, 9, 9, 10, 90, 5, 0, 0, kPointerDown, 5, false},
+        {"unknown type", 9, 9, 9, 10, 90, 5, 0, 0, kPointerMove, 5, true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        Toolkit().posts.clear();
+        OSCControl control;
+        std::tie(control.type, control.x, control.y, control.width, control.height) =
+            std::make_tuple(c.type, 100, 200, c.width, c.height);
+        std::tie(control.minValue, control.maxValue, control.value) =
+            std::make_tuple(c.minValue, c.maxValue, c.before);
+        control.SetVal(&host, c.px, c.py, c.event);
+        EXPECT_EQ(control.value, c.after);
+        ASSERT_EQ(Toolkit().posts.size(), c.posted ? 1u : 0u);
+        if (c.posted) {
+            EXPECT_EQ(Toolkit().posts[0].wParam, c.after);
+            EXPECT_EQ(Toolkit().posts[0].window, &window);
+            EXPECT_EQ(Toolkit().posts[0].message, WM_OSC_TESTVALUE);
+        }
     }
-
-    OSCControl fader = knob;
-    fader.type = kFader;
-    fader.width = 39;
-    fader.SetVal(&poster.host, 5, 20, kPointerUp);
-    EXPECT_EQ(fader.value, 50);
 }
 
-TEST(SetVal, SquareFaderCountsAsHorizontal)
+TEST_F(TestMode, ValuesCarryTheAddressComponentsAfterTheSixCharacterPrefix)
 {
-    Poster poster;
-    OSCControl fader;
-    fader.type = kFader;
-    fader.width = fader.height = 40;
-    fader.SetVal(&poster.host, 1, 38, kPointerMove);
-    EXPECT_EQ(fader.value, 0);  // left edge: minimum, though the bottom would give it too
-    fader.SetVal(&poster.host, 38, 1, kPointerMove);
-    EXPECT_EQ(fader.value, 127);
-}
-
-TEST(SetVal, ToggleFlipsOnPressOnly)
-{
-    Poster poster;
-    OSCControl toggle;
-    toggle.type = kToggle;
-    toggle.SetVal(&poster.host, 0, 0, kPointerDown);
-    EXPECT_EQ(toggle.value, 127);
-    toggle.SetVal(&poster.host, 0, 0, kPointerMove);
-    toggle.SetVal(&poster.host, 0, 0, kPointerUp);
-    EXPECT_EQ(toggle.value, 127);
-    toggle.SetVal(&poster.host, 0, 0, kPointerDown);
-    EXPECT_EQ(toggle.value, 0);
-    ASSERT_EQ(Toolkit().posts.size(), 2u);
-    EXPECT_EQ(Toolkit().posts[0].wParam, 127);
-    EXPECT_EQ(Toolkit().posts[1].wParam, 0);
-}
-
-TEST(SetVal, PushButtonSendsItsValueOnReleaseOnly)
-{
-    Poster poster;
-    OSCControl button;
-    button.type = kPushButton;
-    button.value = 42;
-    button.SetVal(&poster.host, 0, 0, kPointerDown);
-    button.SetVal(&poster.host, 0, 0, kPointerMove);
-    EXPECT_TRUE(Toolkit().posts.empty());
-    button.SetVal(&poster.host, 0, 0, kPointerUp);
-    ASSERT_EQ(Toolkit().posts.size(), 1u);
-    EXPECT_EQ(Toolkit().posts[0].wParam, 42);
-    EXPECT_EQ(button.value, 42);
-}
-
-TEST(SetVal, LabelsSendNothingAndUnknownTypesSendTheirValue)
-{
-    Poster poster;
-    OSCControl label;
-    label.SetVal(&poster.host, 10, 10, kPointerDown);
-    EXPECT_TRUE(Toolkit().posts.empty());
-
-    OSCControl odd;
-    odd.type = 9;
-    odd.value = 5;
-    odd.SetVal(&poster.host, 10, 10, kPointerMove);
-    ASSERT_EQ(Toolkit().posts.size(), 1u);
-    EXPECT_EQ(Toolkit().posts[0].wParam, 5);
-}
-
-TEST(SetVal, PostsAddressComponentsAfterTheSixCharacterPrefix)
-{
-    Poster poster;
-    OSCControl toggle;
-    toggle.type = kToggle;
     const std::pair<const char*, AddressComponents> cases[] = {
         {"/TRVX/ID3/SetVal/Ctl7", {"ID3", "SetVal", "Ctl7"}},
         {"/TRVX/a//b/", {"a", "", "b"}},
@@ -200,71 +116,27 @@ TEST(SetVal, PostsAddressComponentsAfterTheSixCharacterPrefix)
         {"123456x", {"x"}},
     };
     for (const auto& [command, expected] : cases) {
+        SCOPED_TRACE(command);
         Toolkit().posts.clear();
+        OSCControl toggle;
+        toggle.type = kToggle;
         std::strcpy(toggle.command, command);
-        toggle.SetVal(&poster.host, 0, 0, kPointerDown);
-        ASSERT_EQ(Toolkit().posts.size(), 1u) << command;
-        const PostedMessage& post = Toolkit().posts[0];
-        EXPECT_EQ(post.window, &poster.window);
-        EXPECT_EQ(post.message, WM_OSC_TESTVALUE);
-        EXPECT_EQ(post.components, expected) << command;
+        toggle.SetVal(&host, 0, 0, kPointerDown);
+        ASSERT_EQ(Toolkit().posts.size(), 1u);
+        EXPECT_EQ(Toolkit().posts[0].components, expected);
     }
 }
 
-TEST(SetVal, NothingIsSentWithoutAHostWindowAndARefusedPostLeaksNothing)
+TEST_F(TestMode, NothingIsSentWithoutAHostWindowAndARefusedPostLeaksNothing)
 {
-    Poster poster;
     OSCControl toggle;
     toggle.type = kToggle;
-    poster.host.hostWindow = nullptr;
-    toggle.SetVal(&poster.host, 0, 0, kPointerDown);
+    host.hostWindow = nullptr;
+    toggle.SetVal(&host, 0, 0, kPointerDown);
     EXPECT_EQ(toggle.value, 127);
-    EXPECT_TRUE(Toolkit().posts.empty());
-
-    poster.host.hostWindow = &poster.window;
+    host.hostWindow = &window;
     Toolkit().refusePosts = true;
-    toggle.SetVal(&poster.host, 0, 0, kPointerDown);  // the sanitizer build checks for a leak
+    toggle.SetVal(&host, 0, 0, kPointerDown);  // the sanitizer build checks for a leak
+    EXPECT_EQ(toggle.value, 0);
     EXPECT_TRUE(Toolkit().posts.empty());
-}
-
-TEST(SetVal, WideRangesWrapInsteadOfOverflowing)
-{
-    Poster poster;
-    OSCControl fader;
-    fader.type = kFader;
-    fader.width = 1000;
-    fader.height = 10;
-    fader.minValue = INT_MIN;
-    fader.maxValue = INT_MAX;
-    fader.SetVal(&poster.host, 500, 0, kPointerMove);  // the sanitizer build catches overflow
-    fader.minValue = 0;
-    fader.maxValue = 1'000'000;
-    fader.SetVal(&poster.host, 500, 0, kPointerMove);
-    EXPECT_EQ(fader.value, 500'000);
-}
-
-TEST(SearchAndReplace, ReplacesTheFirstCaseSensitiveOccurrenceInEachChosenField)
-{
-    OSCControl control;
-    std::strcpy(control.command, "/TRVX/ID1/SetVal/Ctl1");
-    std::strcpy(control.name, "aXaX");
-
-    control.SearchAndReplace("ctl", "Cc", true, true);
-    EXPECT_STREQ(control.command, "/TRVX/ID1/SetVal/Ctl1");
-    control.SearchAndReplace("Ctl", "Cc", true, true);
-    EXPECT_STREQ(control.command, "/TRVX/ID1/SetVal/Cc1");
-    control.SearchAndReplace("X", "Y", true, false);
-    EXPECT_STREQ(control.name, "aYaX");
-    control.SearchAndReplace("a", "b", false, false);
-    EXPECT_STREQ(control.name, "aYaX");
-}
-
-TEST(SearchAndReplace, ResultLongerThanTheFieldIsCut)
-{
-    OSCControl control;
-    std::memset(control.name, 'x', 200);
-    control.name[200] = '\0';
-    control.SearchAndReplace("x", std::string(100, 'y'), true, false);
-    EXPECT_EQ(std::strlen(control.name), 255u);
-    EXPECT_EQ(std::string(control.name, 100), std::string(100, 'y'));
 }

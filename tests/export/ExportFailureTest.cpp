@@ -2,7 +2,6 @@
 #include "FakeToolkit.h"
 #include "TempFolder.h"
 #include "TestFiles.h"
-#include "document/ControlTables.h"
 #include "document/OSCProject.h"
 
 #include <gtest/gtest.h>
@@ -18,48 +17,26 @@ namespace {
 const std::vector<std::string> kArchiveErrors = {"Failed to create touchosc file",
                                                  "  try saving again with a different file name"};
 
-std::unique_ptr<OSCProject> OneFaderProject()
-{
-    auto project = std::make_unique<OSCProject>();
-    auto control = std::make_unique<OSCControl>();
-    control->type = kFader;
-    control->y = 100;
-    project->pages.front()->controls.push_back(std::move(control));
-    return project;
-}
-
-void ExpectOneNotice(const char* text, const char* caption)
-{
-    const auto& shown = Toolkit().messageBoxes;
-    ASSERT_EQ(shown.size(), 1u);
-    EXPECT_EQ(shown[0].text, text);
-    EXPECT_EQ(shown[0].caption, caption);
-    EXPECT_EQ(shown[0].style, toolkit::kNotice);
-}
-
 // Files written by this process may grow no larger than limit bytes while
 // this lives; writing past it fails instead of ending the process.
 class FileSizeLimit {
 public:
-    explicit FileSizeLimit(rlim_t limit)
+    explicit FileSizeLimit(rlim_t limit) : handler_(std::signal(SIGXFSZ, SIG_IGN))
     {
         ::getrlimit(RLIMIT_FSIZE, &saved_);
-        previousHandler_ = std::signal(SIGXFSZ, SIG_IGN);
         rlimit lowered = saved_;
         lowered.rlim_cur = limit;
         ::setrlimit(RLIMIT_FSIZE, &lowered);
     }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
     ~FileSizeLimit()
     {
         ::setrlimit(RLIMIT_FSIZE, &saved_);
-        std::signal(SIGXFSZ, previousHandler_);
+        std::signal(SIGXFSZ, handler_);
     }
 
 private:
     rlimit saved_{};
-    void (*previousHandler_)(int) = nullptr;
+    void (*handler_)(int);
 };
 
 class ExportFailure : public testing::Test {
@@ -69,77 +46,65 @@ protected:
         Toolkit().Reset();
         host_.dataFolder = temp_.path().string();
         WriteWholeFile(blocker_, "a file where a folder is expected");
+        WriteWholeFile(oldTarget_, "old archive");
     }
 
-    std::string TemporaryXml() const { return (temp_.path() / "OSC" / "index.xml").string(); }
+    void ExpectOneNotice(const char* text, const char* caption)
+    {
+        ASSERT_EQ(Toolkit().messageBoxes.size(), 1u);
+        EXPECT_EQ(Toolkit().messageBoxes[0].text, text);
+        EXPECT_EQ(Toolkit().messageBoxes[0].caption, caption);
+        EXPECT_EQ(Toolkit().messageBoxes[0].style, toolkit::kNotice);
+    }
 
     TempFolder temp_;
     FakeHost host_;
+    OSCProject project_;
     const std::string blocker_ = temp_ / "blocker";
-    std::unique_ptr<OSCProject> project_ = OneFaderProject();
+    const std::string oldTarget_ = temp_ / "old.touchosc";
+    const std::string temporaryXml_ = temp_ / "OSC/index.xml";
 };
 
-TEST_F(ExportFailure, TouchOSCDataFolderWithoutRoomForTheTemporaryFile)
+TEST_F(ExportFailure, ADataFolderWithoutRoomForTheTemporaryFileLeavesTheTargetAlone)
 {
     host_.dataFolder = blocker_;
-    const std::string target = temp_ / "old.touchosc";
-    WriteWholeFile(target, "old archive");
-
-    project_->ExportTouchOSCFile(&host_, target.c_str());
-
+    project_.ExportTouchOSCFile(&host_, oldTarget_.c_str());
     ExpectOneNotice("File create failure", "OSC Export");
     EXPECT_TRUE(host_.errors.empty());
-    EXPECT_EQ(ReadWholeFile(target), "old archive") << "the target must stay untouched";
+    EXPECT_EQ(ReadWholeFile(oldTarget_), "old archive");
 }
 
-TEST_F(ExportFailure, TouchOSCTargetThatLibzipCannotCreate)
+// A failed export leaves no old target behind, nor the temporary file.
+TEST_F(ExportFailure, AnArchiveThatCannotBeWrittenIsToldThroughTheHost)
 {
-    const std::string target = temp_ / "no such folder/layout.touchosc";
-
-    project_->ExportTouchOSCFile(&host_, target.c_str());
-
+    const std::string missingFolder = temp_ / "no such folder/layout.touchosc";
+    project_.ExportTouchOSCFile(&host_, missingFolder.c_str());
     EXPECT_EQ(host_.errors, kArchiveErrors);
-    EXPECT_TRUE(Toolkit().messageBoxes.empty());
-    EXPECT_FALSE(fs::exists(target));
-    EXPECT_FALSE(fs::exists(TemporaryXml()));
     EXPECT_TRUE(fs::is_directory(temp_.path() / "OSC")) << "the OSC folder stays";
-}
-
-TEST_F(ExportFailure, OldTouchOSCTargetIsDeletedEvenWhenTheArchiveFails)
-{
-    const std::string target = temp_ / "old.touchosc";
-    WriteWholeFile(target, "old archive");
     {
-        // Too small for any archive, so libzip fails after the old target is gone.
-        FileSizeLimit limit(64);
-        project_->ExportTouchOSCFile(&host_, target.c_str());
+        FileSizeLimit limit(64);  // too small for any archive
+        project_.ExportTouchOSCFile(&host_, oldTarget_.c_str());
     }
-
-    EXPECT_EQ(host_.errors, kArchiveErrors);
-    EXPECT_FALSE(fs::exists(target)) << "a failed export leaves no old target behind";
-    EXPECT_FALSE(fs::exists(TemporaryXml()));
+    EXPECT_EQ(host_.errors.size(), 4u);
+    EXPECT_FALSE(fs::exists(oldTarget_));
+    EXPECT_FALSE(fs::exists(temporaryXml_));
+    EXPECT_TRUE(Toolkit().messageBoxes.empty());
 }
 
 // Exporting onto the temporary file itself deletes it before it is read back.
-TEST_F(ExportFailure, TouchOSCTemporaryFileThatCannotBeReopened)
+// The export goes on: the empty archive is written without an error and then
+// removed along with the temporary file it replaced.
+TEST_F(ExportFailure, ATemporaryFileThatCannotBeReopenedIsToldAndTheExportGoesOn)
 {
-    const std::string target = TemporaryXml();
-
-    project_->ExportTouchOSCFile(&host_, target.c_str());
-
+    project_.ExportTouchOSCFile(&host_, temporaryXml_.c_str());
     ExpectOneNotice("Failed to open temp xml file.\nOperation cancelled.", "Internal Error");
-    // The procedure goes on: the (empty) archive is written without an error
-    // and then removed along with the temporary file it replaced.
     EXPECT_TRUE(host_.errors.empty());
-    EXPECT_FALSE(fs::exists(target));
+    EXPECT_FALSE(fs::exists(temporaryXml_));
 }
 
-TEST_F(ExportFailure, LemurTargetInAFolderThatCannotBeWritten)
+TEST_F(ExportFailure, ALemurTargetThatCannotBeCreatedIsTold)
 {
-    const std::string target = blocker_ + "/layout.jzml";
-
-    project_->ExportLemurFile(&host_, target.c_str());
-
+    project_.ExportLemurFile(&host_, (blocker_ + "/layout.jzml").c_str());
     ExpectOneNotice("File create failure", "OSC Export");
     EXPECT_TRUE(host_.errors.empty());
 }

@@ -3,10 +3,10 @@
 #include <zip.h>
 
 #include <sys/wait.h>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <memory>
 
 std::optional<std::string> ReadWholeFile(const std::string& path)
 {
@@ -24,29 +24,25 @@ void WriteWholeFile(const std::string& path, const std::string& bytes)
 std::optional<std::vector<ZipEntry>> ReadZipEntries(const std::string& path)
 {
     int error = 0;
-    zip_t* archive = zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error);
+    const std::unique_ptr<zip_t, void (*)(zip_t*)> archive(
+        zip_open(path.c_str(), ZIP_RDONLY | ZIP_CHECKCONS, &error), zip_discard);
     if (!archive)
         return std::nullopt;
     std::vector<ZipEntry> entries;
-    const zip_int64_t count = zip_get_num_entries(archive, 0);
-    for (zip_int64_t i = 0; i < count; ++i) {
+    for (zip_uint64_t i = 0; i < static_cast<zip_uint64_t>(zip_get_num_entries(archive.get(), 0));
+         ++i) {
         zip_stat_t stat;
         zip_file_t* file = nullptr;
-        if (zip_stat_index(archive, static_cast<zip_uint64_t>(i), 0, &stat) != 0 ||
-            !(file = zip_fopen_index(archive, static_cast<zip_uint64_t>(i), 0))) {
-            zip_discard(archive);
+        if (zip_stat_index(archive.get(), i, 0, &stat) != 0 ||
+            !(file = zip_fopen_index(archive.get(), i, 0)))
             return std::nullopt;
-        }
         ZipEntry entry{stat.name, std::string(stat.size, '\0'), stat.comp_method};
         const zip_int64_t read = zip_fread(file, entry.bytes.data(), stat.size);
         zip_fclose(file);
-        if (read != static_cast<zip_int64_t>(stat.size)) {
-            zip_discard(archive);
+        if (read != static_cast<zip_int64_t>(stat.size))
             return std::nullopt;
-        }
         entries.push_back(std::move(entry));
     }
-    zip_discard(archive);
     return entries;
 }
 
@@ -57,8 +53,7 @@ CommandResult RunCommand(const std::string& command)
     if (!pipe)
         return result;
     char chunk[4096];
-    std::size_t got;
-    while ((got = std::fread(chunk, 1, sizeof chunk, pipe)) > 0)
+    for (std::size_t got; (got = std::fread(chunk, 1, sizeof chunk, pipe)) > 0;)
         result.output.append(chunk, got);
     const int status = ::pclose(pipe);
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -73,12 +68,8 @@ bool HasTool(const char* name)
 std::string ShellQuoted(const std::string& text)
 {
     std::string quoted = "'";
-    for (const char c : text) {
-        if (c == '\'')
-            quoted += "'\\''";
-        else
-            quoted += c;
-    }
+    for (const char c : text)
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
     return quoted + "'";
 }
 

@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-// Small file helpers of the export tests.
+// Files, archives and shell commands as the tests see them.
 
 std::optional<std::string> ReadWholeFile(const std::string& path);
 void WriteWholeFile(const std::string& path, const std::string& bytes);
 
-// The entries of the zip archive at path, by name, read with libzip; nullopt
-// when libzip cannot open it.
+// The entries of the zip archive at path, read with libzip; nullopt when
+// libzip cannot read it.
 struct ZipEntry {
     std::string name;
     std::string bytes;
@@ -20,7 +20,7 @@ struct ZipEntry {
 };
 std::optional<std::vector<ZipEntry>> ReadZipEntries(const std::string& path);
 
-// Runs a shell command; its exit status and standard output.
+// Runs a shell command; its exit status and what it printed on both streams.
 struct CommandResult {
     int status = -1;
     std::string output;
