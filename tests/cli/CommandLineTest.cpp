@@ -165,19 +165,11 @@ TEST_F(CommandLine, TheDeviceComesFromTheJsonOrIsAnIPadUnlessGiven)
 {
     Write("phone.json", R"({"device": "iPhone/iPod Touch", "pages": [{}]})");
     ASSERT_EQ(Vornosc({"convert", "phone.json", "phone.VornOsc"}).status, 0);
-    const std::pair<std::vector<std::string>, std::string> cases[] = {
-        {{"dump", "phone.json"}, "iPhone/iPod Touch"},
-        {{"dump", "phone.json", "--device", "ipad"}, "iPad"},
-        {{"dump", "phone.VornOsc"}, "iPad"},
-        {{"dump", "--device=IPhone", "phone.VornOsc"}, "iPhone/iPod Touch"},
-        {{"dump", "phone.VornOsc", "--device", "iPhone/iPod Touch"}, "iPhone/iPod Touch"},
-        {{"dump", "--device", "IPAD", "--", "phone.json"}, "iPad"},
-    };
-    for (const auto& [args, device] : cases) {
-        SCOPED_TRACE(args.back() + " " + args[1]);
-        const VornoscRun run = Vornosc(args);
+    for (const json& c : Cases(DATA_DIR "/command-line.json", "device")) {
+        SCOPED_TRACE(c["args"].dump());
+        const VornoscRun run = Vornosc(c["args"]);
         ASSERT_EQ(run.status, 0) << run.err;
-        EXPECT_EQ(json::parse(run.out)["device"], device);
+        EXPECT_EQ(json::parse(run.out)["device"], c["device"]);
     }
     ASSERT_EQ(Vornosc({"convert", "phone.VornOsc", "pad.json", "--device", "iphone"}).status, 0);
     EXPECT_EQ(ReadJson("pad.json")["device"], "iPhone/iPod Touch");
@@ -243,33 +235,11 @@ TEST_F(CommandLine, AnOutputIsReplacedOnlyBySuccess)
 TEST_F(CommandLine, UsageErrorsExitTwoAndHelpExitsZero)
 {
     Write("in.json", R"({"pages": [{}]})");
-    const std::tuple<std::vector<std::string>, int, std::string> cases[] = {
-        {{}, 2, "Usage: vornosc COMMAND"},
-        {{"frobnicate"}, 2, "vornosc: unknown command \"frobnicate\"\nUsage: vornosc COMMAND"},
-        {{"dump"}, 2, "vornosc dump: give one layout file\nUsage: vornosc dump LAYOUT"},
-        {{"dump", "in.json", "in.json"}, 2, "give one layout file"},
-        {{"convert", "in.json"}, 2, "vornosc convert: give two files"},
-        {{"dump", "in.json", "--verbose"}, 2, "unknown option \"--verbose\""},
-        {{"dump", "in.json", "--device"}, 2, "--device needs a value"},
-        {{"dump", "in.json", "--device", "android"}, 2, "unknown device \"android\""},
-        {{"dump", "--device=", "in.json"}, 2, "unknown device \"\""},
-        {{"dump", "in.txt"}, 2, "a layout to read ends in .json or .VornOsc"},
-        {{"convert", "in.touchosc", "out.json"}, 2, "a layout to read ends in .json or .VornOsc"},
-        {{"convert", "in.json", "out.xml"},
-         2,
-         "a file to write ends in .json, .VornOsc, .touchosc or .jzml"},
-        {{"--help"}, 0, "Usage: vornosc COMMAND"},
-        {{"-h"}, 0, "Usage: vornosc COMMAND"},
-        {{"dump", "--help"}, 0, "Usage: vornosc dump LAYOUT"},
-        {{"convert", "a.json", "-h"}, 0, "Usage: vornosc convert IN OUT"},
-        {{"convert", "--help"},
-         0,
-         "Usage: vornosc convert IN OUT [--device iphone|ipad]\n\n"
-         "Writes the layout IN as OUT"},
-    };
-    for (const auto& [args, status, text] : cases) {
+    for (const json& c : Cases(DATA_DIR "/command-line.json", "usage")) {
+        const std::string text = c["shows"];
+        const int status = c["status"];
         SCOPED_TRACE(text);
-        const VornoscRun run = Vornosc(args);
+        const VornoscRun run = Vornosc(c["args"]);
         EXPECT_EQ(run.status, status);
         EXPECT_EQ((status == 0 ? run.err : run.out), "");
         const std::string& shown = status == 0 ? run.out : run.err;

@@ -1,3 +1,4 @@
+#include "TestFiles.h"
 #include "app/LayoutJson.h"
 #include "document/TextField.h"
 
@@ -67,60 +68,22 @@ TEST(LayoutJson, InvalidUtf8IsWrittenAsOneReplacementCharacterPerByte)
 // One line says what is wrong and where; the project stays as it was.
 TEST(LayoutJson, BadValuesAreRefusedWithTheirPlace)
 {
-    const auto control = [](const std::string& fields) {
-        return R"({"pages": [{"controls": [{}, )" + fields + "]}]}";
-    };
+    json cases = Cases(DATA_DIR "/layout-json.json", "badLayouts");
     std::string crowded = R"({"pages": [{"controls": [{})";
     for (int i = 1; i < 65536; ++i)
         crowded += ",{}";
-    const std::string at = "pages[0].controls[1].";
-    const std::pair<std::string, std::string> cases[] = {
-        {control(R"({"x": 32768})"),
-         at + "x: 32768 does not fit; use a whole number from -32768 to 32767"},
-        {control(R"({"minValue": -2147483649})"),
-         at + "minValue: -2147483649 does not fit; use a whole number from -2147483648 to "
-              "2147483647"},
-        {control(R"({"flags": 256})"),
-         at + "flags: 256 does not fit; use a whole number from 0 to 255"},
-        {control(R"({"color": -1})"),
-         at + "color: -1 does not fit; use a whole number from 0 to 255"},
-        {control(R"({"y": 1.5})"),
-         at + "y: 1.5 is not a whole number; use a whole number from -32768 to 32767"},
-        {control(R"({"type": "Slider"})"),
-         at + "type: unknown type \"Slider\"; use \"Label\", \"Fader\", \"Knob\", \"Toggle\", "
-              "\"Push Button\", or a number from 0 to 255"},
-        {control(R"({"colour": 1})"), at + "colour: unknown field \"colour\""},
-        {control(R"({"name": 7})"), at + "name: expected a text in double quotes, found 7"},
-        {control(R"({"command": "a\u0000b"})"),
-         at + "command: a text cannot hold the character \\u0000"},
-        {R"({"pages": [{"name": ")" + std::string(256, 'n') + "\"}]}",
-         "pages[0].name: the text is 256 bytes long; at most 255 bytes fit"},
-        {crowded + "]}]}",
-         "pages[0].controls: 65536 controls do not fit; a layout file holds at most 65535"},
-        {R"({"pages": []})", "pages: the list is empty; a layout has at least one page"},
-        {R"({"device": "iPad"})", "layout: \"pages\" is missing; a layout has at least one page"},
-        {R"({"pages": [{}], "device": "Android"})",
-         "device: unknown device \"Android\"; use \"iPhone/iPod Touch\", \"iPad\", or a number "
-         "from 0 to 255"},
-        {R"([1, 2])", "layout: expected an object with \"device\", \"orientation\" and \"pages\""},
-        {R"({"pages": {"name": "A very long name that is cut short"}})",
-         "pages: expected a list of pages, found {\"name\":\"A very long name that is cut..."},
-        {R"({"pages": [{"controls": {}}]})",
-         "pages[0].controls: expected a list of controls, found {}"},
-        {"{\"pages\": [{}]\n",
-         "parse error at line 2, column 1: syntax error while parsing object - unexpected end "
-         "of input; expected '}'"},
-        {R"({"device": "iPhone/iPod Touch", "pages": [{"name": "New"}, {"controls": [{"x": 1e9}]}]})",
-         "pages[1].controls[0].x: 1000000000.0 is not a whole number; use a whole number from "
-         "-32768 to 32767"},
-    };
-    for (const auto& [text, expected] : cases) {
+    cases.push_back({{"text", crowded + "]}]}"},
+                     {"error",
+                      "pages[0].controls: 65536 controls do not fit; a layout file "
+                      "holds at most 65535"}});
+    for (const json& c : cases) {
+        const std::string expected = c["error"];
         SCOPED_TRACE(expected);
         OSCProject project;
         CopyTextField(project.pages[0]->name, "Kept");
         const std::string before = WriteLayoutJson(project);
         std::string error;
-        EXPECT_FALSE(ReadLayoutJson(text, project, error));
+        EXPECT_FALSE(ReadLayoutJson(c["text"].get<std::string>(), project, error));
         EXPECT_EQ(error, expected);
         EXPECT_EQ(WriteLayoutJson(project), before);
     }

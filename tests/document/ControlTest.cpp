@@ -1,12 +1,14 @@
 #include "FakeHost.h"
 #include "FakeToolkit.h"
+#include "TestFiles.h"
 #include "document/ControlTables.h"
 #include "document/OSCControl.h"
+#include "document/TextField.h"
 
 #include <gtest/gtest.h>
 
-#include <climits>
 #include <cstring>
+#include <map>
 #include <string>
 
 namespace {
@@ -57,49 +59,22 @@ TEST(Control, MadeFromAHostRecordIsGrayWithTheHostAddressAndNoNegativeCorner)
 // release, labels send nothing.
 TEST_F(TestMode, EachTypeTurnsThePointerIntoItsValue)
 {
-    struct Case {
-        const char* what;
-        int type, width, height, minValue, maxValue, before, px, py, event, after;
-        bool posted;
-    };
-    const Case cases[] = {
-        {"wide fader, near edge", kFader, 50, 20, 10, 90, 0, 101, 0, kPointerMove, 10, true},
-        {"wide fader, inside near", kFader, 50, 20, 10, 90, 0, 102, 0, kPointerMove, 13, true},
-        {"wide fader, middle", kFader, 50, 20, 10, 90, 0, 125, 0, kPointerMove, 50, true},
-        {"wide fader, inside far", kFader, 50, 20, 10, 90, 0, 147, 0, kPointerMove, 85, true},
-        {"wide fader, far edge", kFader, 50, 20, 10, 90, 0, 148, 0, kPointerMove, 90, true},
-        {"square fader is wide", kFader, 40, 40, 10, 90, 0, 101, 201, kPointerMove, 10, true},
-        {"tall fader, middle", kFader, 39, 40, 10, 90, 0, 0, 220, kPointerUp, 50, true},
-        {"knob, top edge", kKnob, 80, 40, 10, 90, 0, 0, 201, kPointerDown, 90, true},
-        {"knob, inside top", kKnob, 80, 40, 10, 90, 0, 0, 202, kPointerDown, 86, true},
-        {"knob, middle", kKnob, 80, 40, 10, 90, 0, 0, 220, kPointerDown, 50, true},
-        {"knob, inside bottom", kKnob, 80, 40, 10, 90, 0, 0, 237, kPointerDown, 16, true},
-        {"knob, bottom edge", kKnob, 80, 40, 10, 90, 0, 0, 238, kPointerDown, 10, true},
-        {"full int range wraps", kFader, 1000, 10, INT_MIN, INT_MAX, 0, 600, 0, 1, INT_MIN, true},
-        {"wide range", kFader, 1000, 10, 0, 1'000'000, 0, 600, 0, kPointerMove, 500'000, true},
-        {"toggle pressed at min", kToggle, 9, 9, 10, 90, 10, 0, 0, kPointerDown, 90, true},
-        {"toggle pressed at max", kToggle, 9, 9, 10, 90, 90, 0, 0, kPointerDown, 10, true},
-        {"toggle moved", kToggle, 9, 9, 10, 90, 10, 0, 0, kPointerMove, 10, false},
-        {"toggle released", kToggle, 9, 9, 10, 90, 10, 0, 0, kPointerUp, 10, false},
-        {"button pressed", kPushButton, 9, 9, 10, 90, 42, 0, 0, kPointerDown, 42, false},
-        {"button moved", kPushButton, 9, 9, 10, 90, 42, 0, 0, kPointerMove, 42, false},
-        {"button released", kPushButton, 9, 9, 10, 90, 42, 0, 0, kPointerUp, 42, true},
-        {"label", kLabel, 9, 9, 10, 90, 5, 0, 0, kPointerDown, 5, false},
-        {"unknown type", 9, 9, 9, 10, 90, 5, 0, 0, kPointerMove, 5, true},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
+    const std::map<std::string, int> events{
+        {"down", kPointerDown}, {"move", kPointerMove}, {"up", kPointerUp}};
+    for (const nlohmann::json& c : Cases(DATA_DIR "/control.json", "testModeValues")) {
+        SCOPED_TRACE(c["what"].get<std::string>());
         Toolkit().posts.clear();
         OSCControl control;
         std::tie(control.type, control.x, control.y, control.width, control.height) =
-            std::make_tuple(c.type, 100, 200, c.width, c.height);
+            std::make_tuple(c["type"], 100, 200, c["size"][0], c["size"][1]);
         std::tie(control.minValue, control.maxValue, control.value) =
-            std::make_tuple(c.minValue, c.maxValue, c.before);
-        control.SetVal(&host, c.px, c.py, c.event);
-        EXPECT_EQ(control.value, c.after);
-        ASSERT_EQ(Toolkit().posts.size(), c.posted ? 1u : 0u);
-        if (c.posted) {
-            EXPECT_EQ(Toolkit().posts[0].wParam, c.after);
+            std::make_tuple(c["range"][0], c["range"][1], c["before"]);
+        const int after = c["after"];
+        control.SetVal(&host, c["pointer"][0], c["pointer"][1], events.at(c["event"]));
+        EXPECT_EQ(control.value, after);
+        ASSERT_EQ(Toolkit().posts.size(), c["posted"] ? 1u : 0u);
+        if (c["posted"]) {
+            EXPECT_EQ(Toolkit().posts[0].wParam, after);
             EXPECT_EQ(Toolkit().posts[0].window, &window);
             EXPECT_EQ(Toolkit().posts[0].message, WM_OSC_TESTVALUE);
         }
@@ -108,22 +83,16 @@ TEST_F(TestMode, EachTypeTurnsThePointerIntoItsValue)
 
 TEST_F(TestMode, ValuesCarryTheAddressComponentsAfterTheSixCharacterPrefix)
 {
-    const std::pair<const char*, AddressComponents> cases[] = {
-        {"/TRVX/ID3/SetVal/Ctl7", {"ID3", "SetVal", "Ctl7"}},
-        {"/TRVX/a//b/", {"a", "", "b"}},
-        {"/XYZW/", {}},
-        {"/ab", {}},
-        {"123456x", {"x"}},
-    };
-    for (const auto& [command, expected] : cases) {
+    for (const nlohmann::json& c : Cases(DATA_DIR "/control.json", "addresses")) {
+        const std::string command = c["command"];
         SCOPED_TRACE(command);
         Toolkit().posts.clear();
         OSCControl toggle;
         toggle.type = kToggle;
-        std::strcpy(toggle.command, command);
+        CopyTextField(toggle.command, command);
         toggle.SetVal(&host, 0, 0, kPointerDown);
         ASSERT_EQ(Toolkit().posts.size(), 1u);
-        EXPECT_EQ(Toolkit().posts[0].components, expected);
+        EXPECT_EQ(Toolkit().posts[0].components, c["components"].get<AddressComponents>());
     }
 }
 

@@ -1,11 +1,11 @@
 #include "document/FreePlace.h"
 
 #include "LiteralFreePlace.h"
+#include "TestFiles.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <climits>
 #include <random>
 #include <sstream>
 
@@ -86,45 +86,17 @@ public:
 // the last corner tried is (screenW - w - 1, screenH - h - 1).
 TEST(FreePlace, TheFirstCornerFromRowFortyWhereTheGroupSharesNoPointIsChosen)
 {
-    const std::vector<CRect> wall{{INT_MIN, INT_MIN, INT_MAX, INT_MAX}};
-    const std::vector<CRect> full{{0, 0, 320, 480}};
-    struct Case {
-        const char* what;
+    for (const nlohmann::json& c : Cases(DATA_DIR "/free-place.json", "knownPlaces")) {
+        SCOPED_TRACE(c["what"].get<std::string>());
         std::vector<CRect> occupied;
-        int w, h, screenW, screenH;
+        for (const auto& r : c["occupied"])
+            occupied.push_back({r[0], r[1], r[2], r[3]});
         std::optional<CPoint> expected;
-    };
-    const Case cases[] = {
-        {"empty page", {}, 48, 48, 320, 480, CPoint{0, 40}},
-        {"below a band", {{0, 30, 320, 100}}, 48, 48, 320, 480, CPoint{0, 100}},
-        {"right of a column", {{0, 0, 100, 480}}, 48, 48, 320, 480, CPoint{100, 40}},
-        {"empty rectangles", {{0, 0, 0, 480}, {0, 0, 320, -5}}, 48, 48, 320, 480, CPoint{0, 40}},
-        {"last corner", {{0, 0, 271, 480}, {0, 0, 320, 431}}, 48, 48, 320, 480, CPoint{271, 431}},
-        {"past the last column", {{0, 0, 272, 480}}, 48, 48, 320, 480, std::nullopt},
-        {"past the last row", {{0, 0, 320, 432}}, 48, 48, 320, 480, std::nullopt},
-        {"widest", {}, 319, 48, 320, 480, CPoint{0, 40}},
-        {"as wide as the screen", {}, 320, 48, 320, 480, std::nullopt},
-        {"highest", {}, 48, 439, 320, 480, CPoint{0, 40}},
-        {"too high", {}, 48, 440, 320, 480, std::nullopt},
-        {"full page, one unit", full, 1, 1, 320, 480, std::nullopt},
-        {"huge control", {{-32768, -32768, 65534, 65534}}, 48, 48, 1024, 768, std::nullopt},
-        {"huge group", {}, 65534, 65534, 1024, 768, std::nullopt},
-        {"largest group", {}, INT_MAX, INT_MAX, 1024, 768, std::nullopt},
-        {"most negative group", {}, INT_MIN, INT_MIN, 1024, 768, CPoint{0, 40}},
-        {"wall", wall, 48, 48, 1024, 768, std::nullopt},
-        {"empty group by a wall", wall, 0, 5, 1024, 768, CPoint{0, 40}},
-        {"wall on the largest screen", wall, 1, 1, INT_MAX, INT_MAX, std::nullopt},
-        {"largest screen",
-         {{INT_MIN, INT_MIN, INT_MAX, 1000}},
-         1,
-         1,
-         INT_MAX,
-         INT_MAX,
-         CPoint{0, 1000}},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        EXPECT_EQ(FindFreePlace(c.occupied, c.w, c.h, c.screenW, c.screenH), c.expected);
+        if (!c["place"].is_null())
+            expected = CPoint{c["place"][0], c["place"][1]};
+        EXPECT_EQ(
+            FindFreePlace(occupied, c["group"][0], c["group"][1], c["screen"][0], c["screen"][1]),
+            expected);
     }
 }
 

@@ -1,16 +1,27 @@
 #include "FakeHost.h"
 #include "FakeToolkit.h"
 #include "TestControls.h"
+#include "TestFiles.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include <cstring>
 #include <functional>
+#include <map>
 #include <string>
 
 namespace {
+
+using nlohmann::json;
+
+json EditingCases(const char* rule)
+{
+    return Cases(DATA_DIR "/editing.json", rule);
+}
 
 // A project on an iPhone held upright, 320 by 480.
 struct Editing : testing::Test {
@@ -47,17 +58,12 @@ struct Editing : testing::Test {
 
 TEST_F(Editing, ScreenSizeFollowsDeviceAndOrientationAndSurvivesDamagedBytes)
 {
-    const int cases[][4] = {{kIPhone, kVertical, 320, 480},
-                            {kIPad, kVertical, 768, 1024},
-                            {kIPhone, kHorizontal, 480, 320},
-                            {kIPad, kHorizontal, 1024, 768},
-                            {200, 255, 1024, 768}};
-    for (const auto& [device, orientation, w, h] : cases) {
-        SCOPED_TRACE(testing::Message() << "device " << device << ", orientation " << orientation);
-        project.device = static_cast<std::uint8_t>(device);
-        project.orientation = static_cast<std::uint8_t>(orientation);
-        EXPECT_EQ(project.GetScreenW(), w);
-        EXPECT_EQ(project.GetScreenH(), h);
+    for (const json& c : EditingCases("screens")) {
+        SCOPED_TRACE(c.dump());
+        project.device = c["device"];
+        project.orientation = c["orientation"];
+        EXPECT_EQ(project.GetScreenW(), c["size"][0]);
+        EXPECT_EQ(project.GetScreenH(), c["size"][1]);
     }
 }
 
@@ -65,15 +71,10 @@ TEST_F(Editing, TheFrontMostControlUnderThePointerIsHitAndRightAndBottomEdgesLie
 {
     AddControl(page(), 10, 20, 20, 20, kLabel, false, "a");
     AddControl(page(), 15, 25, 20, 20, kLabel, false, "b");
-    const std::pair<CPoint, const char*> cases[] = {
-        {{9, 25}, ""},   {{10, 25}, "a"}, {{29, 25}, "a"}, {{30, 25}, "b"},
-        {{34, 25}, "b"}, {{35, 25}, ""},  {{12, 19}, ""},  {{12, 20}, "a"},
-        {{12, 39}, "a"}, {{12, 40}, ""},  {{20, 44}, "b"}, {{20, 45}, ""},
-    };
-    for (const auto& [point, name] : cases) {
-        SCOPED_TRACE(testing::Message() << point.x << "," << point.y);
-        const OSCControl* hit = project.GetAt(point.x, point.y);
-        EXPECT_STREQ(hit ? hit->name : "", name);
+    for (const json& c : EditingCases("hits")) {
+        SCOPED_TRACE(c.dump());
+        const OSCControl* hit = project.GetAt(c["point"][0], c["point"][1]);
+        EXPECT_EQ(hit ? hit->name : "", c["hit"]);
     }
 }
 
@@ -81,22 +82,16 @@ TEST_F(Editing, ARangeSelectsTheControlsItSharesAPointWith)
 {
     AddControl(page(), 10, 10, 20, 20, kLabel, false, "a");
     AddControl(page(), 100, 100, 10, 10, kLabel, false, "b");
-    const std::tuple<CRect, const char*> cases[] = {
-        {{110, 110, 40, 40}, "b"},  // reversed corners are normalised
-        {{0, 0, 10, 10}, ""},       // touching an edge is not sharing a point
-        {{15, 0, 15, 100}, ""},     // nor is a range without width
-        {{0, 0, 11, 11}, "a"},     {{-5, -5, 500, 500}, "ab"},
-    };
-    for (const auto& [range, names] : cases) {
-        SCOPED_TRACE(names);
+    for (const json& c : EditingCases("ranges")) {
+        SCOPED_TRACE(c["what"].get<std::string>());
         project.UnselectAll();
-        project.SelectRange(range.left, range.top, range.right, range.bottom);
+        project.SelectRange(c["range"][0], c["range"][1], c["range"][2], c["range"][3]);
         std::vector<OSCControl*> selected;
         project.GetSelectedControls(selected);
         std::string selectedNames;
         for (const OSCControl* control : selected)
             selectedNames += control->name;
-        EXPECT_EQ(selectedNames, names);
+        EXPECT_EQ(selectedNames, c["selects"]);
         EXPECT_EQ(project.GetNumSelected(), static_cast<int>(selectedNames.size()));
     }
     project.SelectAll();
@@ -108,39 +103,21 @@ TEST_F(Editing, ARangeSelectsTheControlsItSharesAPointWith)
 // keep the whole control. A second selected control moves along, or not.
 TEST_F(Editing, MovesStopAtTheScreenEdgeForTheWholeSelection)
 {
-    using Move = std::function<void(OSCProject&)>;
-    const auto drag = [](int dx, int dy) -> Move {
-        return [=](OSCProject& p) { p.MoveSelected(dx, dy); };
-    };
-    const Move right = [](OSCProject& p) { p.ShiftRight(2); };
-    const Move down = [](OSCProject& p) { p.ShiftDown(2); };
-    const Move left = [](OSCProject& p) { p.ShiftLeft(2); };
-    const Move up = [](OSCProject& p) { p.ShiftUp(2); };
-    const std::tuple<const char*, Move, CPoint, CPoint> cases[] = {
-        {"drag right", drag(18, 0), {300, 100}, {318, 100}},
-        {"drag too far right", drag(19, 0), {300, 100}, {300, 100}},
-        {"drag down", drag(0, 8), {300, 470}, {300, 478}},
-        {"drag too far down", drag(0, 9), {300, 470}, {300, 470}},
-        {"drag left", drag(-2, 0), {2, 100}, {0, 100}},
-        {"drag too far left", drag(-3, 0), {2, 100}, {2, 100}},
-        {"drag up", drag(0, -2), {2, 2}, {2, 0}},
-        {"drag too far up", drag(0, -3), {2, 2}, {2, 2}},
-        {"shift right", right, {298, 100}, {300, 100}},
-        {"shift too far right", right, {299, 100}, {299, 100}},
-        {"shift down", down, {0, 458}, {0, 460}},
-        {"shift too far down", down, {0, 459}, {0, 459}},
-        {"shift left", left, {2, 100}, {0, 100}},
-        {"shift too far left", left, {1, 100}, {1, 100}},
-        {"shift up", up, {100, 2}, {100, 0}},
-        {"shift too far up", up, {100, 1}, {100, 1}},
-    };
-    for (const auto& [what, move, from, to] : cases) {
-        SCOPED_TRACE(what);
+    using Move = std::function<void(OSCProject&, int dx, int dy)>;
+    const std::map<std::string, Move> moves{
+        {"drag", [](OSCProject& p, int dx, int dy) { p.MoveSelected(dx, dy); }},
+        {"right", [](OSCProject& p, int dx, int) { p.ShiftRight(dx); }},
+        {"down", [](OSCProject& p, int, int dy) { p.ShiftDown(dy); }},
+        {"left", [](OSCProject& p, int dx, int) { p.ShiftLeft(-dx); }},
+        {"up", [](OSCProject& p, int, int dy) { p.ShiftUp(-dy); }}};
+    for (const json& c : EditingCases("moves")) {
+        SCOPED_TRACE(c["what"].get<std::string>());
+        const CPoint from{c["from"][0], c["from"][1]}, to{c["to"][0], c["to"][1]};
         page().controls.clear();
         OSCControl& control = AddControl(page(), from.x, from.y, 20, 20, kLabel, true);
         OSCControl& companion = AddControl(page(), 150, 200, 20, 20, kLabel, true);
         OSCControl& unselected = AddControl(page(), 150, 200, 20, 20);
-        move(project);
+        moves.at(c["move"])(project, c["by"][0], c["by"][1]);
         EXPECT_EQ(control.Rect().TopLeft(), to);
         EXPECT_EQ(companion.Rect().TopLeft(), (CPoint{150 + to.x - from.x, 200 + to.y - from.y}));
         EXPECT_EQ(unselected.Rect().TopLeft(), (CPoint{150, 200}));
@@ -152,22 +129,12 @@ TEST_F(Editing, MovesStopAtTheScreenEdgeForTheWholeSelection)
 // keeps equal sides.
 TEST_F(Editing, ResizingKeepsEachControlBetweenItsMinimumAndTheScreenEdge)
 {
-    struct Case {
-        int type, w, h, mode;
-        int minW, minH;
-    };
-    const Case cases[] = {
-        {kLabel, 100, 100, 0, 20, 20},  {kLabel, 100, 100, 1, 50, 20},
-        {kFader, 100, 300, 0, 20, 20},  {kFader, 100, 300, 1, 48, 200},
-        {kFader, 300, 100, 1, 200, 44}, {kFader, 250, 250, 1, 48, 200},  // square is upright
-        {kKnob, 100, 100, 0, 50, 50},   {kKnob, 100, 100, 1, 48, 48},
-        {kToggle, 100, 100, 1, 15, 15}, {kPushButton, 100, 100, 0, 15, 15},
-        {7, 100, 100, 0, 100, 100},  // other types never shrink
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message()
-                     << ControlTypes[c.type % kControlTypeCount] << " type " << c.type << " mode "
-                     << c.mode << " " << c.w << "x" << c.h);
+    for (const json& row : EditingCases("minimumSizes")) {
+        SCOPED_TRACE(row.dump());
+        const struct {
+            int type, w, h, mode, minW, minH;
+        } c{row["type"], row["size"][0],    row["size"][1],
+            row["mode"], row["minimum"][0], row["minimum"][1]};
         page().controls.clear();
         host.sizeLimitMode = c.mode;
         OSCControl& control = AddControl(page(), 0, 50, c.w, c.h, c.type, true);

@@ -86,3 +86,8 @@ std::string Captured(const std::function<void(std::FILE*)>& write)
     std::free(buffer);
     return text;
 }
+
+nlohmann::json Cases(const std::string& path, const char* key)
+{
+    return nlohmann::json::parse(ReadWholeFile(path).value_or("{}")).value(key, nlohmann::json());
+}

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include <nlohmann/json.hpp>
+
 // Files, archives and shell commands as the tests see them.
 
 std::optional<std::string> ReadWholeFile(const std::string& path);
@@ -31,3 +33,7 @@ std::string ShellQuoted(const std::string& text);
 
 // What write puts into a stream, caught in memory.
 std::string Captured(const std::function<void(std::FILE*)>& write);
+
+// The cases of one rule, from a JSON file beside the test: the array stored
+// under key in the file at path.
+nlohmann::json Cases(const std::string& path, const char* key);
