@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QImage>
 
+#include <cstdio>
 #include <cstdlib>
 
 const char kRenderSynopsis[] =
@@ -21,12 +22,21 @@ const char kRenderSynopsis[] =
 
 namespace {
 
+// The command prints its own errors only: Qt's notes about the session it
+// runs in (no runtime folder, say) would read as failures.
+void KeepQtNotesQuiet(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        std::fprintf(stderr, "vornosc: %s\n", text.toLocal8Bit().constData());
+}
+
 // The canvas needs an application object. Pictures are painted off screen, the
 // same with or without a display.
 class OffscreenApplication {
 public:
     OffscreenApplication()
     {
+        qInstallMessageHandler(KeepQtNotesQuiet);
         setenv("QT_QPA_PLATFORM", "offscreen", 1);
         application_ = std::make_unique<QApplication>(argc_, argv_);
         CreateArialFont();

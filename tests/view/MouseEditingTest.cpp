@@ -1,0 +1,238 @@
+// Real mouse events into a real canvas: what each press, drag and release
+// does to the page, and what the view tells its parent and its host.
+#include "CanvasFixture.h"
+
+#include <QScrollBar>
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST_F(CanvasTest, PressesSelectExtendAndToggleTheControlUnderThePointer)
+{
+    const QPoint onA(110, 110), empty(500, 500);
+    const struct {
+        const char* name;
+        bool aSelected, bSelected;
+        QPoint at;
+        Qt::KeyboardModifiers modifiers;
+        Names selected;
+        bool moving, banding;
+    } cases[] = {
+        {"a plain press selects only that control", false, true, onA, {}, {"A"}, true, false},
+        {"a press on a selected control keeps the selection",
+         true,
+         true,
+         onA,
+         {},
+         {"A", "B"},
+         true,
+         false},
+        {"Shift adds", false, true, onA, Qt::ShiftModifier, {"A", "B"}, true, false},
+        {"Ctrl adds", false, true, onA, Qt::ControlModifier, {"A", "B"}, true, false},
+        {"Ctrl removes and still drags", true, true, onA, Qt::ControlModifier, {"B"}, true, false},
+        {"Shift and Ctrl add",
+         true,
+         false,
+         onA,
+         Qt::ShiftModifier | Qt::ControlModifier,
+         {"A"},
+         true,
+         false},
+        {"an empty place clears", true, true, empty, {}, {}, false, true},
+        {"Shift on an empty place keeps",
+         true,
+         false,
+         empty,
+         Qt::ShiftModifier,
+         {"A"},
+         false,
+         true},
+    };
+    OSCControl& a = Add(kToggle, 100, 100, 40, 40, "A");
+    OSCControl& b = Add(kToggle, 200, 100, 40, 40, "B");
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        a.selected = c.aSelected;
+        b.selected = c.bSelected;
+        Press(c.at, c.modifiers);
+        EXPECT_EQ(SelectedNames(), c.selected);
+        EXPECT_EQ(view->movingSelection, c.moving);
+        EXPECT_EQ(view->rubberBanding, c.banding);
+        EXPECT_EQ(QWidget::mouseGrabber(), view) << "an edit holds the mouse";
+        Release(c.at, c.modifiers);
+        EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
+    }
+}
+
+TEST_F(CanvasTest, TheRubberBandSelectsWhatItTouchesAndShiftAddsToTheSelection)
+{
+    Add(kFader, 100, 100, 40, 100, "A");
+    Add(kFader, 200, 100, 40, 100, "B");
+    Add(kFader, 300, 100, 40, 100, "C").selected = 1;
+    Drag({150, 300}, {110, 190});
+    EXPECT_EQ(SelectedNames(), Names{"A"});
+    Drag({250, 90}, {150, 60}, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedNames(), (Names{"A"}));
+    Drag({150, 300}, {239, 199}, Qt::ShiftModifier);
+    EXPECT_EQ(SelectedNames(), (Names{"A", "B"}));
+    EXPECT_EQ(view->rubberBanding, 0);
+}
+
+TEST_F(CanvasTest, ADraggedSelectionMovesOnReleaseOnlyAndNotOffThePage)
+{
+    OSCControl& a = Add(kKnob, 100, 100, 40, 40, "A");
+    OSCControl& b = Add(kKnob, 200, 100, 40, 40, "B");
+    b.selected = 1;
+    Press({110, 110}, Qt::ShiftModifier);
+    Move({140, 130});
+    EXPECT_EQ(a.x, 100) << "nothing moves while dragging";
+    Release({140, 130});
+    EXPECT_EQ((CPoint{a.x, a.y}), (CPoint{130, 120}));
+    EXPECT_EQ((CPoint{b.x, b.y}), (CPoint{230, 120}));
+    Drag({140, 130}, {1000, 130});
+    EXPECT_EQ((CPoint{b.x, b.y}), (CPoint{230, 120})) << "B would leave the screen";
+}
+
+TEST_F(CanvasTest, DraggingAnEdgeResizesEverySelectedControlAndTellsTheParent)
+{
+    OSCControl& fader = Add(kFader, 100, 100, 40, 40, "F");
+    OSCControl& knob = Add(kKnob, 200, 100, 40, 40, "K");
+    knob.selected = fader.selected = 1;
+    Press({120, 141});  // the fader's bottom zone
+    EXPECT_EQ(view->resizeEdge, 3);
+    Move({120, 131});
+    EXPECT_EQ(fader.height, 40) << "40 - 10 is under the minimum";
+    Move({120, 139});
+    EXPECT_EQ(fader.height, 48);
+    EXPECT_EQ((CRect{knob.x, knob.y, knob.width, knob.height}), (CRect{200, 100, 48, 48}));
+    EXPECT_EQ(parent.Take(WM_OSC_SETTITLE).size(), 2u);
+    Release({120, 139});
+    EXPECT_EQ(view->resizeEdge, 0);
+
+    knob.selected = 0;
+    Drag({251, 120}, {271, 120});  // the knob's right zone
+    EXPECT_EQ((CRect{knob.x, knob.y, knob.width, knob.height}), (CRect{200, 100, 68, 68}));
+    EXPECT_EQ(SelectedNames(), Names{"K"}) << "an unselected control's edge selects only it";
+}
+
+TEST_F(CanvasTest, TheCursorShowsWhichWayAnEdgeResizes)
+{
+    Add(kFader, 100, 100, 40, 40);
+    const struct {
+        QPoint at;
+        Qt::CursorShape shape;
+    } cases[] = {{{120, 99}, Qt::SizeVerCursor}, {{120, 141}, Qt::SizeVerCursor},
+                 {{97, 120}, Qt::SizeHorCursor}, {{142, 120}, Qt::SizeHorCursor},
+                 {{120, 120}, Qt::ArrowCursor},  {{97, 120}, Qt::SizeHorCursor},
+                 {{400, 400}, Qt::ArrowCursor}};
+    for (const auto& c : cases) {
+        Move(c.at, Qt::NoButton);
+        EXPECT_EQ(view->cursor().shape(), c.shape) << c.at.x() << "," << c.at.y();
+    }
+}
+
+TEST_F(CanvasTest, APressInTheTitleStripFlipsTestModeWhereverThePageIsScrolled)
+{
+    Press({10, 34});
+    EXPECT_EQ(view->testMode, 1);
+    Press({10, 35});
+    EXPECT_EQ(view->testMode, 1);
+    EXPECT_EQ(view->rubberBanding, 1);
+    Release({10, 35});
+    SetClientSize(500, 300);
+    view->OnVScroll(kThumbTrack, 20, view->VerticalBar());
+    Press({10, 15});
+    EXPECT_EQ(view->testMode, 1) << "layout y 35";
+    Release({10, 15});
+    Press({10, 14});
+    EXPECT_EQ(view->testMode, 0) << "layout y 34";
+}
+
+TEST_F(CanvasTest, InTestModeAControlFollowsThePointerFromPressToReleaseOnIt)
+{
+    OSCControl& fader = Add(kFader, 100, 100, 40, 100, "F");
+    std::strcpy(fader.command, "/TRVX/ID1/SetVal/Ctl7");
+    OSCControl& button = Add(kPushButton, 200, 100, 40, 40, "B");
+    view->testMode = 1;
+    Press({120, 101});
+    Move({120, 150});
+    Release({120, 198});
+    const auto values = hostWindow.Take(WM_OSC_TESTVALUE);
+    ASSERT_EQ(values.size(), 3u);
+    EXPECT_EQ(values[0].wParam, 127);
+    EXPECT_EQ(values[1].wParam, 64);
+    EXPECT_EQ(values[2].wParam, 0);
+    EXPECT_EQ(values[0].components, (Names{"ID1", "SetVal", "Ctl7"}));
+    EXPECT_EQ(QWidget::mouseGrabber(), nullptr) << "operating holds no capture";
+    EXPECT_EQ(fader.selected, 0);
+
+    Press({210, 110});
+    Release({210, 300});
+    EXPECT_TRUE(hostWindow.Take(WM_OSC_TESTVALUE).empty()) << "released away: no release value";
+    EXPECT_EQ(view->activeControl, nullptr);
+    Drag({210, 110}, {220, 120});
+    EXPECT_EQ(hostWindow.Take(WM_OSC_TESTVALUE).size(), 1u);
+    EXPECT_EQ(button.x, 200) << "test mode drags nothing";
+    Drag({199, 120}, {190, 120});
+    EXPECT_EQ(button.width, 49) << "edges still resize in test mode";
+}
+
+TEST_F(CanvasTest, EveryMoveSendsTheHostAStatusText)
+{
+    Add(kKnob, 100, 100, 40, 40, "Pan");
+    Add(kFader, 200, 100, 40, 100, "Vol");
+    const auto statusAfter = [&](QPoint at) {
+        Move(at, Qt::NoButton);
+        const auto texts = hostWindow.Take(WM_OSC_HOSTREQUEST);
+        return texts.size() == 1 ? texts[0].text : "(" + std::to_string(texts.size()) + " texts)";
+    };
+    EXPECT_EQ(statusAfter({500, 500}), "");
+    EXPECT_EQ(statusAfter({110, 110}), "Pan: x=100 y=100 w=40, h=40");
+    project.pages[0]->controls[1]->selected = 1;
+    EXPECT_EQ(statusAfter({500, 500}), "Vol: x=200 y=100 w=40, h=100");
+    Press({210, 110});
+    EXPECT_EQ(statusAfter({215, 130}), "Vol: x=205 y=120 w=40, h=100");
+}
+
+TEST_F(CanvasTest, DoubleClicksBelowTheTitleAndRightPressesAreLeftToTheParent)
+{
+    Add(kToggle, 100, 100, 40, 40).selected = 1;
+    DoubleClick({120, 41});
+    DoubleClick({120, 40});
+    Press({300, 300}, {}, Qt::RightButton);
+    EXPECT_EQ(parent.Take(WM_OSC_PROPERTIES).size(), 1u);
+    EXPECT_EQ(parent.Take(WM_OSC_CONTEXTMENU).size(), 1u);
+    EXPECT_EQ(SelectedNames(), Names{"c"}) << "a right press selects nothing";
+}
+
+TEST_F(CanvasTest, ScrollBarsStepByLinesAndPagesAndStopAtTheEnds)
+{
+    SetClientSize(400, 300);  // the page is 1024 by 768
+    EXPECT_EQ(view->scrollXMax, 624);
+    QScrollBar* bar = view->HorizontalBar();
+    bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    EXPECT_EQ(view->scrollX, 16);
+    bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    EXPECT_EQ(view->scrollX, 416);
+    bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    EXPECT_EQ(view->scrollX, 624);
+    EXPECT_EQ(bar->value(), 624);
+    bar->triggerAction(QAbstractSlider::SliderSingleStepSub);
+    EXPECT_EQ(view->scrollX, 608);
+    view->VerticalBar()->triggerAction(QAbstractSlider::SliderPageStepAdd);
+    EXPECT_EQ(view->scrollY, 300);
+
+    Add(kPushButton, 700, 400, 40, 40).selected = 1;
+    SetClientSize(600, 500);  // grown: the positions come back inside the new ranges
+    EXPECT_EQ(view->scrollX, 424);
+    EXPECT_EQ(view->scrollY, 268);
+    CRect r;
+    view->CreateControlRect(project.pages[0]->controls[0].get(), r);
+    EXPECT_EQ(r, (CRect{276, 132, 316, 172}));
+    SetClientSize(1100, 800);
+    EXPECT_EQ((CPoint{view->scrollX, view->scrollY}), (CPoint{0, 0}));
+    EXPECT_FALSE(bar->isEnabled());
+}
+
+}  // namespace
