@@ -1,14 +1,57 @@
 #include "DeviceContext.h"
 
+#include "TextImageCache.h"
+
 #include <QPainter>
+
+#include <cmath>
+#include <utility>
 
 namespace {
 
-// The shape of a rectangle whose right and bottom edges lie outside it: Qt
-// strokes a QRect one pixel past its width and height.
-QRect OutlineRect(const CRect& r)
+QRect ToQRect(const CRect& r)
 {
-    return QRect(r.left, r.top, r.Width() - 1, r.Height() - 1);
+    return QRect(r.left, r.top, r.Width(), r.Height());
+}
+
+// How far in from the side row y of a rounded rectangle starts, for corners of
+// the given radius: the rows within the radius of the top or bottom are cut by
+// the corner's circle, measured at the middle of the row.
+int CornerInset(int y, int height, double radius)
+{
+    const int fromEdge = std::min(y, height - 1 - y);
+    if (fromEdge >= radius)
+        return 0;
+    const double dy = radius - fromEdge - 0.5;
+    return static_cast<int>(std::lround(radius - std::sqrt(radius * radius - dy * dy)));
+}
+
+// A rounded rectangle as spans: only the corner rows are cut, so the rest is
+// one rectangle.
+void FillRounded(QPainter& painter, const CRect& r, CPoint corner, const QColor& color)
+{
+    if (r.IsRectEmpty())
+        return;
+    const double radius = std::min({corner.x / 2.0, r.Width() / 2.0, r.Height() / 2.0});
+    const int cornerRows = std::min(static_cast<int>(std::ceil(radius)), r.Height() / 2);
+    for (int row = 0; row < cornerRows; ++row) {
+        const int inset = CornerInset(row, r.Height(), radius);
+        const int width = r.Width() - 2 * inset;
+        painter.fillRect(r.left + inset, r.top + row, width, 1, color);
+        painter.fillRect(r.left + inset, r.bottom - 1 - row, width, 1, color);
+    }
+    painter.fillRect(r.left, r.top + cornerRows, r.Width(), r.Height() - 2 * cornerRows, color);
+}
+
+void FillEllipse(QPainter& painter, const CRect& r, const QColor& color)
+{
+    if (r.IsRectEmpty())
+        return;
+    painter.save();
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawEllipse(ToQRect(r));
+    painter.restore();
 }
 
 }  // namespace
@@ -54,7 +97,8 @@ int QtTextFlags(unsigned format)
     return flags;
 }
 
-DeviceContext::DeviceContext(QPainter& painter) : painter_(painter), textColor_(Qt::black)
+DeviceContext::DeviceContext(QPainter& painter, TextImageCache* texts)
+    : painter_(painter), texts_(texts), font_(painter.font()), textColor_(Qt::black)
 {
     painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.setRenderHint(QPainter::TextAntialiasing, true);
@@ -88,15 +132,13 @@ QBrush DeviceContext::SelectBrush(const QBrush& brush)
 
 QFont DeviceContext::SelectFont(const QFont& font)
 {
-    QFont old = painter_.font();
-    painter_.setFont(font);
-    return old;
+    return std::exchange(font_, font);
 }
 
 void DeviceContext::FillRect(const CRect& r, ColorRef color)
 {
     if (!r.IsRectEmpty())
-        painter_.fillRect(QRect(r.left, r.top, r.Width(), r.Height()), ToQColor(color));
+        painter_.fillRect(ToQRect(r), ToQColor(color));
 }
 
 void DeviceContext::FrameRect(const CRect& r, ColorRef color)
@@ -109,14 +151,34 @@ void DeviceContext::FrameRect(const CRect& r, ColorRef color)
     FillRect({r.right - 1, r.top, r.right, r.bottom}, color);
 }
 
+template <typename FillShape>
+void DeviceContext::OutlineAndFill(const CRect& r, FillShape fill)
+{
+    // Filling beats stroking by far: the outline is the whole shape in the
+    // pen's colour, the inside is drawn over it.
+    const QPen pen = painter_.pen();
+    const int outline = pen.style() == Qt::NoPen ? 0 : std::max(1, pen.width());
+    if (outline > 0)
+        fill(r, pen.color());
+    const QBrush& brush = painter_.brush();
+    if (brush.style() == Qt::NoBrush || (outline > 0 && brush.color() == pen.color()))
+        return;
+    CRect inside = r;
+    inside.InflateRect(-outline, -outline);
+    fill(inside, brush.color());
+}
+
 void DeviceContext::RoundRect(const CRect& r, CPoint corner)
 {
-    painter_.drawRoundedRect(OutlineRect(r), corner.x / 2.0, corner.y / 2.0);
+    OutlineAndFill(r, [&](const CRect& shape, const QColor& color) {
+        FillRounded(painter_, shape, corner, color);
+    });
 }
 
 void DeviceContext::Ellipse(const CRect& r)
 {
-    painter_.drawEllipse(OutlineRect(r));
+    OutlineAndFill(
+        r, [&](const CRect& shape, const QColor& color) { FillEllipse(painter_, shape, color); });
 }
 
 void DeviceContext::Line(CPoint from, CPoint to)
@@ -126,9 +188,18 @@ void DeviceContext::Line(CPoint from, CPoint to)
 
 void DeviceContext::DrawText(const char* text, const CRect& r, unsigned format)
 {
-    const QPen pen = painter_.pen();
+    const QString string = QString::fromUtf8(text);
+    if (string.isEmpty())
+        return;
+    if (texts_ != nullptr) {
+        const TextImageCache::Drawn& drawn = texts_->Get(
+            string, font_, textColor_, QSize(r.Width(), r.Height()), QtTextFlags(format));
+        painter_.drawImage(QPoint(r.left, r.top) + drawn.offset, drawn.image);
+        return;
+    }
+    painter_.save();
+    painter_.setFont(font_);
     painter_.setPen(textColor_);
-    painter_.drawText(QRect(r.left, r.top, r.Width(), r.Height()), QtTextFlags(format),
-                      QString::fromUtf8(text));
-    painter_.setPen(pen);
+    painter_.drawText(ToQRect(r), QtTextFlags(format), string);
+    painter_.restore();
 }

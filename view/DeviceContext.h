@@ -10,6 +10,7 @@
 #include <cstdint>
 
 class QPainter;
+class TextImageCache;
 
 // Colours as 32-bit words with red in the low byte.
 using ColorRef = std::uint32_t;
@@ -32,13 +33,14 @@ enum TextFormat : unsigned {
 int QtTextFlags(unsigned format);
 
 // Drawing with a selected pen, brush and font, the way the canvas's painters
-// were written: rectangles exclude their right and bottom edges, outlines and
-// fills go inside them, and frames are one pixel inside. Nothing is
-// antialiased but text, so one-pixel frames stay sharp.
+// were written: rectangles exclude their right and bottom edges, and outlines,
+// fills and frames all stay inside them, an outline as wide as its pen.
+// Nothing is antialiased but text, so frames stay sharp.
 class DeviceContext {
 public:
-    // Starts with a black one-pixel pen, a white brush and black text.
-    explicit DeviceContext(QPainter& painter);
+    // Starts with a black one-pixel pen, a white brush and black text. Texts
+    // are put down from texts, when given, instead of laid out each time.
+    explicit DeviceContext(QPainter& painter, TextImageCache* texts = nullptr);
 
     QPen CurrentPen() const;
     QBrush CurrentBrush() const;
@@ -56,7 +58,14 @@ public:
     void DrawText(const char* text, const CRect& r, unsigned format);
 
 private:
+    // Fills r, or the ellipse inside it, with the pen's colour and then,
+    // inside the outline, with the brush's.
+    template <typename FillShape>
+    void OutlineAndFill(const CRect& r, FillShape fill);
+
     QPainter& painter_;
+    TextImageCache* texts_;
+    QFont font_;  // given to the painter only when a text is laid out
     QColor textColor_;
 };
 

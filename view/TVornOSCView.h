@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TextImageCache.h"
 #include "host/CPoint.h"
 #include "host/CRect.h"
 
@@ -102,4 +103,5 @@ private:
 
     QScrollBar* horizontalBar_;
     QScrollBar* verticalBar_;
+    TextImageCache texts_;
 };

@@ -66,7 +66,7 @@ void DrawInArialFont(DeviceContext& dc, const char* text, const CRect& r, unsign
 void TVornOSCView::OnPaint(const QRect& invalid)
 {
     QPainter painter(this);
-    DeviceContext dc(painter);
+    DeviceContext dc(painter, &texts_);
     dc.FillRect({invalid.left(), invalid.top(), invalid.right() + 1, invalid.bottom() + 1}, kBlack);
 
     const CRect strip = TitleStripRect(project.GetScreenW(), scrollX, scrollY);
@@ -88,6 +88,7 @@ void TVornOSCView::OnPaint(const QRect& invalid)
     const OSCPage* page = project.CurrentPage();
     if (page == nullptr)
         return;
+    const QFont nameFont = MakeFont("Arial", kNameFontHeight, 400);
     // The control with the lowest index is drawn last, on top.
     for (auto it = page->controls.rbegin(); it != page->controls.rend(); ++it) {
         OSCControl* control = it->get();
@@ -116,7 +117,7 @@ void TVornOSCView::OnPaint(const QRect& invalid)
         CreateControlRect(control, r);
         if (control->type != kLabel) {
             dc.SetTextColor(kWhite);
-            const QFont oldFont = dc.SelectFont(MakeFont("Arial", kNameFontHeight, 400));
+            const QFont oldFont = dc.SelectFont(nameFont);
             dc.DrawText(control->name, NameTextRect(r), kWrappedText);
             dc.SelectFont(oldFont);
         }
