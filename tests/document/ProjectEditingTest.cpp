@@ -2,12 +2,11 @@
 #include "FakeToolkit.h"
 #include "TestControls.h"
 #include "TestFiles.h"
+#include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 
 #include <gtest/gtest.h>
-
-#include <nlohmann/json.hpp>
 
 #include <cstring>
 #include <functional>
@@ -23,6 +22,74 @@ json EditingCases(const char* rule)
     return Cases(DATA_DIR "/editing.json", rule);
 }
 
+// A control as the cases write it: name, left, top, width, height, then type,
+// selection and colour, which may be left out when 0, false and 0.
+json Described(const OSCControl& c)
+{
+    return {c.name, c.x, c.y, c.width, c.height, c.type, c.selected != 0, c.color};
+}
+json Completed(json row)
+{
+    const json defaults = {0, false, 0};
+    for (std::size_t i = row.size(); i < 8; ++i)
+        row.push_back(defaults[i - 5]);
+    return row;
+}
+void Put(OSCPage& page, const json& row)
+{
+    const json c = Completed(row);
+    AddControl(page, c[1], c[2], c[3], c[4], c[5], c[6], c[0].get<std::string>().c_str()).color =
+        c[7];
+}
+
+std::string Names(const ControlList& controls)
+{
+    std::string names;
+    for (const auto& control : controls)
+        names += control->name;
+    return names;
+}
+
+// The editing operations by name, with their arguments from a case's step.
+using Operation = std::function<void(OSCProject&, FakeHost&, const json& step)>;
+const std::map<std::string, Operation> kOperations{
+    {"MoveSelected", [](OSCProject& p, FakeHost&, const json& s) { p.MoveSelected(s[1], s[2]); }},
+    {"ShiftRight", [](OSCProject& p, FakeHost&, const json& s) { p.ShiftRight(s[1]); }},
+    {"ShiftDown", [](OSCProject& p, FakeHost&, const json& s) { p.ShiftDown(s[1]); }},
+    {"ShiftLeft", [](OSCProject& p, FakeHost&, const json& s) { p.ShiftLeft(s[1]); }},
+    {"ShiftUp", [](OSCProject& p, FakeHost&, const json& s) { p.ShiftUp(s[1]); }},
+    {"ResizeW", [](OSCProject& p, FakeHost& h, const json& s) { p.ResizeW(s[1], &h); }},
+    {"ResizeH", [](OSCProject& p, FakeHost& h, const json& s) { p.ResizeH(s[1], &h); }},
+    {"ToFront", [](OSCProject& p, FakeHost&, const json&) { p.ToFront(); }},
+    {"ToBack", [](OSCProject& p, FakeHost&, const json&) { p.ToBack(); }},
+    {"SetColor", [](OSCProject& p, FakeHost&, const json& s) { p.SetColor(s[1]); }},
+    {"UnselectAll", [](OSCProject& p, FakeHost&, const json&) { p.UnselectAll(); }},
+    {"Clear", [](OSCProject& p, FakeHost&, const json&) { p.Clear(); }},
+    {"Cut", [](OSCProject& p, FakeHost&, const json&) { p.Cut(); }},
+    {"Copy", [](OSCProject& p, FakeHost&, const json&) { p.Copy(); }},
+    {"Paste", [](OSCProject& p, FakeHost&, const json&) { p.Paste(); }},
+    {"Add",
+     [](OSCProject& p, FakeHost&, const json& s) {
+         Put(*p.CurrentPage(), {s.begin() + 1, s.end()});
+     }},
+    {"AddPage", [](OSCProject& p, FakeHost&, const json&) { p.AddPage(); }},
+    {"SetPageName", [](OSCProject& p, FakeHost&,
+                       const json& s) { p.SetPageName(s[1].get<std::string>().c_str()); }},
+    {"SetCurrentPage", [](OSCProject& p, FakeHost&, const json& s) { p.currentPage = s[1]; }},
+    {"RemovePage", [](OSCProject& p, FakeHost&, const json&) { p.RemovePage(); }},
+    {"HostRecords",
+     [](OSCProject&, FakeHost&, const json& s) {
+         std::vector<_OSCParms> records(s.size());
+         std::vector<const _OSCParms*> pointers;
+         for (std::size_t i = 1; i < s.size(); ++i) {
+             if (!s[i].is_null())
+                 std::strcpy(records[i].name, s[i].get<std::string>().c_str());
+             pointers.push_back(s[i].is_null() ? nullptr : &records[i]);
+         }
+         ExternalPasteToClipboard(pointers);
+     }},
+};
+
 // A project on an iPhone held upright, 320 by 480.
 struct Editing : testing::Test {
     OSCProject project;
@@ -31,27 +98,13 @@ struct Editing : testing::Test {
     void SetUp() override
     {
         Toolkit().Reset();
+        ClearClipboard();
         project.device = kIPhone;
         project.orientation = kVertical;
     }
+    void TearDown() override { ClearClipboard(); }
 
     OSCPage& page() { return *project.CurrentPage(); }
-
-    std::string Order()
-    {
-        std::string order;
-        for (const auto& control : page().controls)
-            order += control->name;
-        return order;
-    }
-
-    void ExpectAsked(const char* text, const char* caption)
-    {
-        ASSERT_EQ(Toolkit().messageBoxes.size(), 1u);
-        EXPECT_EQ(Toolkit().messageBoxes[0].text, text);
-        EXPECT_EQ(Toolkit().messageBoxes[0].caption, caption);
-        EXPECT_EQ(Toolkit().messageBoxes[0].style, toolkit::kYesNo);
-    }
 };
 
 }  // namespace
@@ -99,35 +152,9 @@ TEST_F(Editing, ARangeSelectsTheControlsItSharesAPointWith)
     EXPECT_EQ(project.GetNumControls(), 2);
 }
 
-// A drag keeps each selected control's corner on the screen; the arrow keys
-// keep the whole control. A second selected control moves along, or not.
-TEST_F(Editing, MovesStopAtTheScreenEdgeForTheWholeSelection)
-{
-    using Move = std::function<void(OSCProject&, int dx, int dy)>;
-    const std::map<std::string, Move> moves{
-        {"drag", [](OSCProject& p, int dx, int dy) { p.MoveSelected(dx, dy); }},
-        {"right", [](OSCProject& p, int dx, int) { p.ShiftRight(dx); }},
-        {"down", [](OSCProject& p, int, int dy) { p.ShiftDown(dy); }},
-        {"left", [](OSCProject& p, int dx, int) { p.ShiftLeft(-dx); }},
-        {"up", [](OSCProject& p, int, int dy) { p.ShiftUp(-dy); }}};
-    for (const json& c : EditingCases("moves")) {
-        SCOPED_TRACE(c["what"].get<std::string>());
-        const CPoint from{c["from"][0], c["from"][1]}, to{c["to"][0], c["to"][1]};
-        page().controls.clear();
-        OSCControl& control = AddControl(page(), from.x, from.y, 20, 20, kLabel, true);
-        OSCControl& companion = AddControl(page(), 150, 200, 20, 20, kLabel, true);
-        OSCControl& unselected = AddControl(page(), 150, 200, 20, 20);
-        moves.at(c["move"])(project, c["by"][0], c["by"][1]);
-        EXPECT_EQ(control.Rect().TopLeft(), to);
-        EXPECT_EQ(companion.Rect().TopLeft(), (CPoint{150 + to.x - from.x, 200 + to.y - from.y}));
-        EXPECT_EQ(unselected.Rect().TopLeft(), (CPoint{150, 200}));
-    }
-}
-
-// Growing is all or nothing and stops at the screen edge; shrinking stops each
-// control at its own minimum, which the host's size limit mode picks. A knob
-// keeps equal sides.
-TEST_F(Editing, ResizingKeepsEachControlBetweenItsMinimumAndTheScreenEdge)
+// Shrinking stops each control at its own minimum, which the host's size limit
+// mode picks. A knob keeps equal sides.
+TEST_F(Editing, ResizingStopsEachControlAtItsMinimum)
 {
     for (const json& row : EditingCases("minimumSizes")) {
         SCOPED_TRACE(row.dump());
@@ -152,77 +179,47 @@ TEST_F(Editing, ResizingKeepsEachControlBetweenItsMinimumAndTheScreenEdge)
         EXPECT_EQ(control.height, c.minH);
         EXPECT_EQ(control.width, knob ? c.minH : c.w);
     }
-
-    page().controls.clear();
-    OSCControl& knob = AddControl(page(), 0, 100, 60, 60, kKnob, true);
-    OSCControl& label = AddControl(page(), 100, 400, 219, 79, kLabel, true);
-    AddControl(page(), 0, 0, 10, 10, kLabel, false);
-    project.ResizeW(1, &host);
-    project.ResizeH(1, &host);
-    EXPECT_EQ(knob.Rect(), (CRect{0, 100, 62, 162}));
-    EXPECT_EQ(label.Rect(), (CRect{100, 400, 320, 480}));
-    project.ResizeW(1, &host);  // the label would pass the right edge
-    project.ResizeH(1, &host);  // and the bottom edge
-    EXPECT_EQ(knob.Rect(), (CRect{0, 100, 62, 162}));
-    EXPECT_EQ(page().controls[2]->Rect(), (CRect{0, 0, 10, 10}));
 }
 
-// Each selected control jumps to the front (or back) in turn.
-TEST_F(Editing, StackingAndColourChangeOnlyTheSelectedControls)
+// Each case starts from one page, takes its steps with the message boxes
+// answered as listed (then No), and says what the page, the clipboard, the
+// pages and the questions asked are afterwards.
+TEST_F(Editing, EachEditLeavesThePageTheClipboardAndThePagesAsTheCaseSays)
 {
-    for (const char* name : {"a", "b", "c", "d"})
-        AddControl(page(), 0, 50, 10, 10, kLabel, *name == 'a' || *name == 'c', name);
-    project.ToFront();
-    EXPECT_EQ(Order(), "cabd");
-    project.ToBack();
-    EXPECT_EQ(Order(), "bdac");
-    project.SetColor(8);
-    for (const auto& control : page().controls)
-        EXPECT_EQ(control->color, control->selected ? 8 : 0) << control->name;
-}
+    for (const json& c : EditingCases("edits")) {
+        SCOPED_TRACE(c["what"].get<std::string>());
+        project = OSCProject();
+        SetUp();
+        for (const json& row : c.value("page", json::array()))
+            Put(page(), row);
+        for (const int answer : c.value("answers", json::array()))
+            Toolkit().answers.push_back(answer);
+        for (const json& step : c["do"])
+            kOperations.at(step[0])(project, host, step);
 
-TEST_F(Editing, ClearAsksAndDeletesTheSelectedControlsOnlyOnYes)
-{
-    for (const char* name : {"a", "b", "c"})
-        AddControl(page(), 0, 50, 10, 10, kLabel, *name != 'b', name);
-    project.Clear();  // the fake answers No
-    EXPECT_EQ(Order(), "abc");
-    ExpectAsked(
-        "Are you sure you want to remove the selected controls?\n\n"
-        "(This operation can't be undone.)",
-        "OSC Editor");
-    Toolkit().answers.push_back(toolkit::kAnswerYes);
-    project.Clear();
-    EXPECT_EQ(Order(), "b");
-}
-
-TEST_F(Editing, AnAddedPageBecomesCurrentAndRemovingAsksAndKeepsTheLastPage)
-{
-    project.RemovePage();
-    EXPECT_TRUE(Toolkit().messageBoxes.empty());
-    project.SetPageName("one");
-    for (const char* name : {"two", "three"}) {
-        const OSCPage* added = project.AddPage();
-        EXPECT_EQ(added, project.pages.back().get());
-        EXPECT_EQ(project.CurrentPage(), added);
-        project.SetPageName(name);
+        if (c.contains("after")) {
+            json after = json::array(), expected = json::array();
+            for (const auto& control : page().controls)
+                after.push_back(Described(*control));
+            for (const json& row : c["after"])
+                expected.push_back(Completed(row));
+            EXPECT_EQ(after, expected);
+        }
+        if (c.contains("clipboard")) {
+            EXPECT_EQ(Names(*GetControlClipboard()), c["clipboard"]);
+        }
+        if (c.contains("pages")) {
+            std::vector<std::string> names;
+            for (const auto& p : project.pages)
+                names.emplace_back(p->name);
+            EXPECT_EQ(names, c["pages"]);
+            EXPECT_EQ(project.currentPage, c["current"]);
+        }
+        json asked = json::array();
+        for (const ShownMessageBox& box : Toolkit().messageBoxes)
+            asked.push_back({box.text, box.caption, box.style});
+        EXPECT_EQ(asked, c.value("asked", json::array()));
     }
-    project.RemovePage();  // answered No
-    EXPECT_EQ(project.pages.size(), 3u);
-    ExpectAsked(
-        "Are you sure you want to remove the current page and associated controls?\n\n"
-        "(This operation can't be undone.)",
-        "OSC Editor");
-
-    Toolkit().answers = {toolkit::kAnswerYes, toolkit::kAnswerYes};
-    project.RemovePage();  // the last of three: the one before becomes current
-    EXPECT_EQ(project.currentPage, 1);
-    EXPECT_STREQ(page().name, "two");
-    project.currentPage = 0;
-    project.RemovePage();  // the page that followed becomes current
-    ASSERT_EQ(project.pages.size(), 1u);
-    EXPECT_EQ(project.currentPage, 0);
-    EXPECT_STREQ(page().name, "two");
 }
 
 // Case-sensitive, the first occurrence in each chosen field, on every page,

@@ -24,7 +24,7 @@ public:
     }
 
     const std::filesystem::path& path() const { return path_; }
-    std::string operator/(const char* name) const { return (path_ / name).string(); }
+    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
 
 private:
     std::filesystem::path path_;
