@@ -71,22 +71,7 @@ QPen SolidPen(int width, ColorRef color)
 
 int QtTextFlags(unsigned format)
 {
-    int flags = Qt::AlignLeft;
-    if (format & kTextCenter)
-        flags = Qt::AlignHCenter;
-    else if (format & kTextRight)
-        flags = Qt::AlignRight;
-    if (format & kTextSingleLine) {
-        flags |= Qt::TextSingleLine;
-        if (format & kTextBottom)
-            flags |= Qt::AlignBottom;
-        else if (format & kTextVCenter)
-            flags |= Qt::AlignVCenter;
-        else
-            flags |= Qt::AlignTop;
-    } else {
-        flags |= Qt::AlignTop;
-    }
+    int flags = Qt::AlignTop | (format & kTextCenter ? Qt::AlignHCenter : Qt::AlignLeft);
     if (format & kTextWordBreak)
         flags |= Qt::TextWordWrap;
     if (format & kTextExpandTabs)
@@ -97,7 +82,7 @@ int QtTextFlags(unsigned format)
     return flags;
 }
 
-DeviceContext::DeviceContext(QPainter& painter, TextImageCache* texts)
+DeviceContext::DeviceContext(QPainter& painter, TextImageCache& texts)
     : painter_(painter), texts_(texts), font_(painter.font()), textColor_(Qt::black)
 {
     painter_.setRenderHint(QPainter::Antialiasing, false);
@@ -191,15 +176,7 @@ void DeviceContext::DrawText(const char* text, const CRect& r, unsigned format)
     const QString string = QString::fromUtf8(text);
     if (string.isEmpty())
         return;
-    if (texts_ != nullptr) {
-        const TextImageCache::Drawn& drawn = texts_->Get(
-            string, font_, textColor_, QSize(r.Width(), r.Height()), QtTextFlags(format));
-        painter_.drawImage(QPoint(r.left, r.top) + drawn.offset, drawn.image);
-        return;
-    }
-    painter_.save();
-    painter_.setFont(font_);
-    painter_.setPen(textColor_);
-    painter_.drawText(ToQRect(r), QtTextFlags(format), string);
-    painter_.restore();
+    const TextImageCache::Drawn& drawn =
+        texts_.Get(string, font_, textColor_, QSize(r.Width(), r.Height()), QtTextFlags(format));
+    painter_.drawImage(QPoint(r.left, r.top) + drawn.offset, drawn.image);
 }

@@ -19,17 +19,15 @@ QColor ToQColor(ColorRef color);
 // Text formats, in the numbering of the drawing model the canvas was designed on.
 enum TextFormat : unsigned {
     kTextCenter = 0x1,
-    kTextRight = 0x2,
-    kTextVCenter = 0x4,
     kTextBottom = 0x8,
     kTextWordBreak = 0x10,
-    kTextSingleLine = 0x20,
     kTextExpandTabs = 0x40,
     kTextNoClip = 0x100,
     kTextExternalLeading = 0x200,
 };
-// Qt's alignment and text flags for a text format. Vertical alignment applies
-// to single-line text only: other text starts at the top of its rectangle.
+// Qt's alignment and text flags for a text format. Bottom alignment applies to
+// single-line text only, which the canvas never asks for: its texts start at
+// the top of their rectangles.
 int QtTextFlags(unsigned format);
 
 // Drawing with a selected pen, brush and font, the way the canvas's painters
@@ -39,8 +37,8 @@ int QtTextFlags(unsigned format);
 class DeviceContext {
 public:
     // Starts with a black one-pixel pen, a white brush and black text. Texts
-    // are put down from texts, when given, instead of laid out each time.
-    explicit DeviceContext(QPainter& painter, TextImageCache* texts = nullptr);
+    // are put down from texts instead of laid out each time.
+    DeviceContext(QPainter& painter, TextImageCache& texts);
 
     QPen CurrentPen() const;
     QBrush CurrentBrush() const;
@@ -64,8 +62,8 @@ private:
     void OutlineAndFill(const CRect& r, FillShape fill);
 
     QPainter& painter_;
-    TextImageCache* texts_;
-    QFont font_;  // given to the painter only when a text is laid out
+    TextImageCache& texts_;
+    QFont font_;
     QColor textColor_;
 };
 

@@ -66,7 +66,7 @@ void DrawInArialFont(DeviceContext& dc, const char* text, const CRect& r, unsign
 void TVornOSCView::OnPaint(const QRect& invalid)
 {
     QPainter painter(this);
-    DeviceContext dc(painter, &texts_);
+    DeviceContext dc(painter, texts_);
     dc.FillRect({invalid.left(), invalid.top(), invalid.right() + 1, invalid.bottom() + 1}, kBlack);
 
     const CRect strip = TitleStripRect(project.GetScreenW(), scrollX, scrollY);
