@@ -4,6 +4,7 @@
 FUZZ_SECONDS ?= 60
 EXAMPLE := examples/Demo.VornOsc
 VORNOSC := build/default/app/vornosc
+PREVIEW := build/preview
 
 .PHONY: deps configure build run test asan-test fuzz bench clean
 
@@ -17,7 +18,7 @@ build: configure
 	cmake --build --preset default
 
 run: build
-	$(VORNOSC) dump $(EXAMPLE)
+	scripts/render-pages $(VORNOSC) $(EXAMPLE) $(PREVIEW)
 
 test: build
 	ctest --preset default
