@@ -50,35 +50,37 @@ std::string Names(const ControlList& controls)
     return names;
 }
 
+// The host of every edit, for the size limit mode.
+FakeHost host;
+
 // The editing operations by name, with their arguments from a case's step.
-using Operation = std::function<void(OSCProject&, FakeHost&, const json& step)>;
+using Operation = std::function<void(OSCProject&, const json& step)>;
 const std::map<std::string, Operation> kOperations{
-    {"MoveSelected", [](OSCProject& p, FakeHost&, const json& s) { p.MoveSelected(s[1], s[2]); }},
-    {"ShiftRight", [](OSCProject& p, FakeHost&, const json& s) { p.ShiftRight(s[1]); }},
-    {"ShiftDown", [](OSCProject& p, FakeHost&, const json& s) { p.ShiftDown(s[1]); }},
-    {"ShiftLeft", [](OSCProject& p, FakeHost&, const json& s) { p.ShiftLeft(s[1]); }},
-    {"ShiftUp", [](OSCProject& p, FakeHost&, const json& s) { p.ShiftUp(s[1]); }},
-    {"ResizeW", [](OSCProject& p, FakeHost& h, const json& s) { p.ResizeW(s[1], &h); }},
-    {"ResizeH", [](OSCProject& p, FakeHost& h, const json& s) { p.ResizeH(s[1], &h); }},
-    {"ToFront", [](OSCProject& p, FakeHost&, const json&) { p.ToFront(); }},
-    {"ToBack", [](OSCProject& p, FakeHost&, const json&) { p.ToBack(); }},
-    {"SetColor", [](OSCProject& p, FakeHost&, const json& s) { p.SetColor(s[1]); }},
-    {"UnselectAll", [](OSCProject& p, FakeHost&, const json&) { p.UnselectAll(); }},
-    {"Clear", [](OSCProject& p, FakeHost&, const json&) { p.Clear(); }},
-    {"Cut", [](OSCProject& p, FakeHost&, const json&) { p.Cut(); }},
-    {"Copy", [](OSCProject& p, FakeHost&, const json&) { p.Copy(); }},
-    {"Paste", [](OSCProject& p, FakeHost&, const json&) { p.Paste(); }},
-    {"Add",
-     [](OSCProject& p, FakeHost&, const json& s) {
-         Put(*p.CurrentPage(), {s.begin() + 1, s.end()});
-     }},
-    {"AddPage", [](OSCProject& p, FakeHost&, const json&) { p.AddPage(); }},
-    {"SetPageName", [](OSCProject& p, FakeHost&,
-                       const json& s) { p.SetPageName(s[1].get<std::string>().c_str()); }},
-    {"SetCurrentPage", [](OSCProject& p, FakeHost&, const json& s) { p.currentPage = s[1]; }},
-    {"RemovePage", [](OSCProject& p, FakeHost&, const json&) { p.RemovePage(); }},
+    {"MoveSelected", [](OSCProject& p, const json& s) { p.MoveSelected(s[1], s[2]); }},
+    {"ShiftRight", [](OSCProject& p, const json& s) { p.ShiftRight(s[1]); }},
+    {"ShiftDown", [](OSCProject& p, const json& s) { p.ShiftDown(s[1]); }},
+    {"ShiftLeft", [](OSCProject& p, const json& s) { p.ShiftLeft(s[1]); }},
+    {"ShiftUp", [](OSCProject& p, const json& s) { p.ShiftUp(s[1]); }},
+    {"ResizeW", [](OSCProject& p, const json& s) { p.ResizeW(s[1], &host); }},
+    {"ResizeH", [](OSCProject& p, const json& s) { p.ResizeH(s[1], &host); }},
+    {"ToFront", [](OSCProject& p, const json&) { p.ToFront(); }},
+    {"ToBack", [](OSCProject& p, const json&) { p.ToBack(); }},
+    {"SetColor", [](OSCProject& p, const json& s) { p.SetColor(s[1]); }},
+    {"SelectRange", [](OSCProject& p, const json& s) { p.SelectRange(s[1], s[2], s[3], s[4]); }},
+    {"SelectAll", [](OSCProject& p, const json&) { p.SelectAll(); }},
+    {"UnselectAll", [](OSCProject& p, const json&) { p.UnselectAll(); }},
+    {"Clear", [](OSCProject& p, const json&) { p.Clear(); }},
+    {"Cut", [](OSCProject& p, const json&) { p.Cut(); }},
+    {"Copy", [](OSCProject& p, const json&) { p.Copy(); }},
+    {"Paste", [](OSCProject& p, const json&) { p.Paste(); }},
+    {"Add", [](OSCProject& p, const json& s) { Put(*p.CurrentPage(), s[1]); }},
+    {"AddPage", [](OSCProject& p, const json&) { p.AddPage(); }},
+    {"SetPageName",
+     [](OSCProject& p, const json& s) { p.SetPageName(s[1].get<std::string>().c_str()); }},
+    {"SetCurrentPage", [](OSCProject& p, const json& s) { p.currentPage = s[1]; }},
+    {"RemovePage", [](OSCProject& p, const json&) { p.RemovePage(); }},
     {"HostRecords",
-     [](OSCProject&, FakeHost&, const json& s) {
+     [](OSCProject&, const json& s) {
          std::vector<_OSCParms> records(s.size());
          std::vector<const _OSCParms*> pointers;
          for (std::size_t i = 1; i < s.size(); ++i) {
@@ -93,7 +95,6 @@ const std::map<std::string, Operation> kOperations{
 // A project on an iPhone held upright, 320 by 480.
 struct Editing : testing::Test {
     OSCProject project;
-    FakeHost host;
 
     void SetUp() override
     {
@@ -131,71 +132,22 @@ TEST_F(Editing, TheFrontMostControlUnderThePointerIsHitAndRightAndBottomEdgesLie
     }
 }
 
-TEST_F(Editing, ARangeSelectsTheControlsItSharesAPointWith)
-{
-    AddControl(page(), 10, 10, 20, 20, kLabel, false, "a");
-    AddControl(page(), 100, 100, 10, 10, kLabel, false, "b");
-    for (const json& c : EditingCases("ranges")) {
-        SCOPED_TRACE(c["what"].get<std::string>());
-        project.UnselectAll();
-        project.SelectRange(c["range"][0], c["range"][1], c["range"][2], c["range"][3]);
-        std::vector<OSCControl*> selected;
-        project.GetSelectedControls(selected);
-        std::string selectedNames;
-        for (const OSCControl* control : selected)
-            selectedNames += control->name;
-        EXPECT_EQ(selectedNames, c["selects"]);
-        EXPECT_EQ(project.GetNumSelected(), static_cast<int>(selectedNames.size()));
-    }
-    project.SelectAll();
-    EXPECT_EQ(project.GetNumSelected(), 2);
-    EXPECT_EQ(project.GetNumControls(), 2);
-}
-
-// Shrinking stops each control at its own minimum, which the host's size limit
-// mode picks. A knob keeps equal sides.
-TEST_F(Editing, ResizingStopsEachControlAtItsMinimum)
-{
-    for (const json& row : EditingCases("minimumSizes")) {
-        SCOPED_TRACE(row.dump());
-        const struct {
-            int type, w, h, mode, minW, minH;
-        } c{row["type"], row["size"][0],    row["size"][1],
-            row["mode"], row["minimum"][0], row["minimum"][1]};
-        page().controls.clear();
-        host.sizeLimitMode = c.mode;
-        OSCControl& control = AddControl(page(), 0, 50, c.w, c.h, c.type, true);
-        const bool knob = c.type == kKnob;
-        project.ResizeW(c.minW - c.w - 1, &host);
-        EXPECT_EQ(control.width, c.w);
-        project.ResizeW(c.minW - c.w, &host);
-        EXPECT_EQ(control.width, c.minW);
-        EXPECT_EQ(control.height, knob ? c.minW : c.h);
-
-        std::tie(control.width, control.height) = std::make_tuple(c.w, c.h);
-        project.ResizeH(c.minH - c.h - 1, &host);
-        EXPECT_EQ(control.height, c.h);
-        project.ResizeH(c.minH - c.h, &host);
-        EXPECT_EQ(control.height, c.minH);
-        EXPECT_EQ(control.width, knob ? c.minH : c.w);
-    }
-}
-
 // Each case starts from one page, takes its steps with the message boxes
-// answered as listed (then No), and says what the page, the clipboard, the
-// pages and the questions asked are afterwards.
+// answered as listed (then No) and the host's size limit mode, and says what the page, the
+// clipboard, the pages and the questions asked are afterwards.
 TEST_F(Editing, EachEditLeavesThePageTheClipboardAndThePagesAsTheCaseSays)
 {
     for (const json& c : EditingCases("edits")) {
         SCOPED_TRACE(c["what"].get<std::string>());
         project = OSCProject();
         SetUp();
+        host.sizeLimitMode = c.value("sizeLimitMode", 0);
         for (const json& row : c.value("page", json::array()))
             Put(page(), row);
         for (const int answer : c.value("answers", json::array()))
             Toolkit().answers.push_back(answer);
         for (const json& step : c["do"])
-            kOperations.at(step[0])(project, host, step);
+            kOperations.at(step[0])(project, step);
 
         if (c.contains("after")) {
             json after = json::array(), expected = json::array();
@@ -204,6 +156,10 @@ TEST_F(Editing, EachEditLeavesThePageTheClipboardAndThePagesAsTheCaseSays)
             for (const json& row : c["after"])
                 expected.push_back(Completed(row));
             EXPECT_EQ(after, expected);
+            EXPECT_EQ(project.GetNumControls(), static_cast<int>(expected.size()));
+            EXPECT_EQ(project.GetNumSelected(),
+                      std::count_if(expected.begin(), expected.end(),
+                                    [](const json& row) { return row[6]; }));
         }
         if (c.contains("clipboard")) {
             EXPECT_EQ(Names(*GetControlClipboard()), c["clipboard"]);

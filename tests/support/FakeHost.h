@@ -11,14 +11,12 @@ public:
     std::vector<std::string> errors;
     int sizeLimitMode = 0;
     std::string dataFolder;
-    int saveChangesAnswer = 3;
-    int titleAnswer = 0;
 
     void ShowError(const char* text) override { errors.emplace_back(text); }
     int GetSizeLimitMode(int) override { return sizeLimitMode; }
     std::string GetDataFolder() override { return dataFolder; }
-    int AskSaveChanges(void*, const char*) override { return saveChangesAnswer; }
-    int QueryTitle(int) override { return titleAnswer; }
+    int AskSaveChanges(void*, const char*) override { return 3; }
+    int QueryTitle(int) override { return 0; }
 };
 
 // A host whose file order is big-endian: every number of a layout file written

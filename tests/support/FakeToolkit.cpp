@@ -35,10 +35,8 @@ bool PostMessage(WindowHandle window, unsigned message, std::intptr_t wParam, st
     return true;
 }
 
-std::intptr_t SendMessage(WindowHandle window, unsigned message, std::intptr_t wParam,
-                          std::intptr_t lParam)
+std::intptr_t SendMessage(WindowHandle, unsigned, std::intptr_t, std::intptr_t)
 {
-    Toolkit().sends.push_back({window, message, wParam, lParam, {}});
     return 0;
 }
 

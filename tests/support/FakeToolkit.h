@@ -9,7 +9,7 @@
 #include <vector>
 
 // The toolkit as tests see it: message boxes answer from a script, posted
-// and sent messages are recorded. Test-value posts hand over their address
+// messages are recorded. Test-value posts hand over their address
 // components, which the fake keeps and frees.
 struct ShownMessageBox {
     std::string text;
@@ -29,7 +29,6 @@ struct FakeToolkit {
     std::deque<int> answers;  // next answers to message boxes; empty answers "No"
     std::vector<ShownMessageBox> messageBoxes;
     std::vector<PostedMessage> posts;
-    std::vector<PostedMessage> sends;
     bool refusePosts = false;
 
     void Reset() { *this = FakeToolkit(); }
