@@ -3,6 +3,7 @@
 #include "CanvasFixture.h"
 
 #include <QScrollBar>
+#include <QStyle>
 
 namespace {
 
@@ -230,6 +231,13 @@ TEST_F(CanvasTest, ScrollBarsStepByLinesAndPagesAndStopAtTheEnds)
     CRect r;
     view->CreateControlRect(project.pages[0]->controls[0].get(), r);
     EXPECT_EQ(r, (CRect{276, 132, 316, 172}));
+    // A screen counts as fitting across when it is no more than a scroll bar
+    // wider than the client, and down when no more than a large icon higher.
+    const int acrossMargin = view->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    const int downMargin = view->style()->pixelMetric(QStyle::PM_LargeIconSize);
+    ASSERT_GT(downMargin, acrossMargin);
+    SetClientSize(1024 - acrossMargin - 1, 768 - downMargin);
+    EXPECT_EQ((CPoint{view->scrollX, view->scrollY}), (CPoint{acrossMargin + 1, 0}));
     SetClientSize(1100, 800);
     EXPECT_EQ((CPoint{view->scrollX, view->scrollY}), (CPoint{0, 0}));
     EXPECT_FALSE(bar->isEnabled());
