@@ -2,6 +2,7 @@
 
 #include "TextImageCache.h"
 
+#include <QPaintDevice>
 #include <QPainter>
 
 #include <cmath>
@@ -177,6 +178,7 @@ void DeviceContext::DrawText(const char* text, const CRect& r, unsigned format)
     if (string.isEmpty())
         return;
     const TextImageCache::Drawn& drawn =
-        texts_.Get(string, font_, textColor_, QSize(r.Width(), r.Height()), QtTextFlags(format));
+        texts_.Get(string, font_, textColor_, QSize(r.Width(), r.Height()), QtTextFlags(format),
+                   painter_.device()->devicePixelRatioF());
     painter_.drawImage(QPoint(r.left, r.top) + drawn.offset, drawn.image);
 }

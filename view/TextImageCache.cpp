@@ -13,14 +13,16 @@ constexpr int kBleed = 2;
 size_t qHash(const TextImageCache::Key& key, size_t seed)
 {
     return qHashMulti(seed, key.text, key.family, key.pixelSize, key.weight, key.color, key.flags,
-                      key.box.width(), key.box.height());
+                      key.box.width(), key.box.height(), key.pixelRatio);
 }
 
 const TextImageCache::Drawn& TextImageCache::Get(const QString& text, const QFont& font,
-                                                 const QColor& color, QSize box, int flags)
+                                                 const QColor& color, QSize box, int flags,
+                                                 qreal pixelRatio)
 {
     // The canvas makes its fonts from face, pixel size and weight alone.
-    const Key key{text, font.family(), font.pixelSize(), font.weight(), color.rgba(), flags, box};
+    const Key key{text,  font.family(), font.pixelSize(), font.weight(), color.rgba(),
+                  flags, box,           pixelRatio};
     const auto found = drawn_.constFind(key);
     if (found != drawn_.constEnd())
         return *found;
@@ -30,7 +32,9 @@ const TextImageCache::Drawn& TextImageCache::Get(const QString& text, const QFon
                              .boundingRect(layoutBox, flags, text)
                              .united(QRect(0, 0, 1, 1))
                              .adjusted(-kBleed, -kBleed, kBleed, kBleed);
-    Drawn drawn{QImage(bounds.size(), QImage::Format_ARGB32_Premultiplied), bounds.topLeft()};
+    Drawn drawn{QImage(bounds.size() * pixelRatio, QImage::Format_ARGB32_Premultiplied),
+                bounds.topLeft()};
+    drawn.image.setDevicePixelRatio(pixelRatio);
     drawn.image.fill(Qt::transparent);
     {
         QPainter painter(&drawn.image);

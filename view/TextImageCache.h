@@ -18,8 +18,10 @@ public:
         QPoint offset;  // of the image from the rectangle's top left
     };
 
+    // pixelRatio is the device's pixels per pixel of the canvas, so that text
+    // stays sharp on dense screens.
     const Drawn& Get(const QString& text, const QFont& font, const QColor& color, QSize box,
-                     int flags);
+                     int flags, qreal pixelRatio);
 
     struct Key {
         QString text;
@@ -29,6 +31,7 @@ public:
         QRgb color;
         int flags;
         QSize box;
+        qreal pixelRatio;
         friend bool operator==(const Key&, const Key&) = default;
     };
 
