@@ -7,23 +7,22 @@
 
 #include <array>
 #include <random>
-#include <sstream>
 
 namespace {
+
+// The rectangles of a failing case, as the known places write them.
+nlohmann::json Rects(const std::vector<CRect>& rects)
+{
+    nlohmann::json out = nlohmann::json::array();
+    for (const CRect& r : rects)
+        out.push_back({r.left, r.top, r.right, r.bottom});
+    return out;
+}
 
 struct Screen {
     int w;
     int h;
 };
-
-std::string Describe(const std::vector<CRect>& occupied, int w, int h, Screen screen)
-{
-    std::ostringstream out;
-    out << "group " << w << "x" << h << " on " << screen.w << "x" << screen.h << ":";
-    for (const CRect& r : occupied)
-        out << " (" << r.left << "," << r.top << "," << r.right << "," << r.bottom << ")";
-    return out.str();
-}
 
 // Pages of every kind the literal scan can be asked about.
 class RandomPages {
@@ -45,8 +44,7 @@ public:
     {
         const int maxSide = OneIn(3) ? 300 : 80;
         for (int i = 0; i < count; ++i) {
-            const int x = Between(-100, screen.w + 20);
-            const int y = Between(-100, screen.h + 20);
+            const int x = Between(-100, screen.w + 20), y = Between(-100, screen.h + 20);
             rects.push_back({x, y, x + Between(-5, maxSide), y + Between(-5, maxSide)});
         }
     }
@@ -56,8 +54,7 @@ public:
     void Grid(std::vector<CRect>& rects, Screen screen)
     {
         const int cellW = Between(24, 100), cellH = Between(24, 100);
-        const int gapX = Between(0, 12), gapY = Between(0, 12);
-        const int top = Between(0, 60);
+        const int gapX = Between(0, 12), gapY = Between(0, 12), top = Between(0, 60);
         const int bottom = OneIn(2) ? screen.h : Between(top, screen.h);
         for (int y = top; y < bottom; y += cellH) {
             for (int x = Between(-10, 0); x < screen.w; x += cellW) {
@@ -71,9 +68,10 @@ public:
     void Extremes(std::vector<CRect>& rects)
     {
         constexpr std::array<int, 7> kValues{-32768, -32767, -1, 0, 1, 32766, 32767};
+        const auto any = [&] { return kValues[Between(0, 6)]; };
         for (int i = Between(1, 4); i > 0; --i) {
-            const int x = kValues[Between(0, 6)], y = kValues[Between(0, 6)];
-            rects.push_back({x, y, x + kValues[Between(0, 6)], y + kValues[Between(0, 6)]});
+            const int x = any(), y = any();
+            rects.push_back({x, y, x + any(), y + any()});
         }
     }
 
@@ -119,6 +117,7 @@ TEST(FreePlace, AgreesWithTheLiteralScanOnRandomPages)
         const int w = pages.GroupSide(screen.w), h = pages.GroupSide(screen.h);
         ASSERT_EQ(FindFreePlace(rects, w, h, screen.w, screen.h),
                   LiteralFreePlace(rects, w, h, screen.w, screen.h, CornerTest::kLastBlockerFirst))
-            << Describe(rects, w, h, screen);
+            << "group " << w << "x" << h << " on " << screen.w << "x" << screen.h << ": "
+            << Rects(rects).dump();
     }
 }
