@@ -4,6 +4,7 @@
 // other work on the machine does not blur it. Without a free place the whole
 // paste asks its question, which the headless toolkit answers No.
 
+#include "ProcessorTime.h"
 #include "app/HeadlessToolkit.h"
 #include "document/ControlClipboard.h"
 #include "document/FreePlace.h"
@@ -11,8 +12,6 @@
 #include "tests/support/LiteralFreePlace.h"
 
 #include <benchmark/benchmark.h>
-
-#include <time.h>
 
 #include <cstring>
 #include <optional>
@@ -86,13 +85,6 @@ const char* PageLabel(Page page)
             return "scattered, no free place";
     }
     return "";
-}
-
-double ProcessorSeconds()
-{
-    timespec now{};
-    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
 }
 
 void BM_FindFreePlace(benchmark::State& state)

@@ -5,13 +5,12 @@
 // that a busy machine slows them alike.
 
 #include "LargeLayout.h"
+#include "ProcessorTime.h"
 #include "app/CommandLineHost.h"
 #include "document/LayoutFile.h"
 #include "document/OSCProject.h"
 
 #include <benchmark/benchmark.h>
-
-#include <time.h>
 
 #include <unistd.h>
 
@@ -25,13 +24,6 @@ namespace {
 
 constexpr int kControlCount = 20000;
 constexpr int kPageCount = 10;
-
-double ProcessorSeconds()
-{
-    timespec now{};
-    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
 
 // A file of this run's own in the temporary folder, removed afterwards.
 class BenchFile {

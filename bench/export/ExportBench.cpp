@@ -4,14 +4,13 @@
 // in processor time, so that other work on the machine does not blur it.
 
 #include "LargeLayout.h"
+#include "ProcessorTime.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 #include "export/TouchOSCArchive.h"
 #include "export/TouchOSCExport.h"
 
 #include <benchmark/benchmark.h>
-
-#include <time.h>
 
 #include <unistd.h>
 #include <cstdio>
@@ -39,13 +38,6 @@ struct MemoryText {
     MemoryText& operator=(const MemoryText&) = delete;
     ~MemoryText() { std::free(bytes); }
 };
-
-double ProcessorSeconds()
-{
-    timespec now{};
-    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
 
 void WriteXml(const OSCProject& project, MemoryText& text)
 {

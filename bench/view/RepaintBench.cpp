@@ -8,6 +8,7 @@
 // turn about, so that a busy machine slows them alike.
 
 #include "LargeLayout.h"
+#include "ProcessorTime.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 #include "view/ArialFont.h"
@@ -20,8 +21,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <time.h>
-
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
@@ -33,13 +32,6 @@ constexpr int kRows = 20;
 constexpr int kCellW = 40;
 constexpr int kCellH = 36;
 constexpr int kSelectedEvery = 7;
-
-double ProcessorSeconds()
-{
-    timespec now{};
-    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) * 1e-9;
-}
 
 // The 500 controls of the shared large layout on one iPad page held
 // horizontally, each in its own cell of a grid that covers the screen below
