@@ -9,6 +9,7 @@
 
 #include <QPainter>
 
+#include <iterator>
 #include <vector>
 
 namespace {
@@ -24,6 +25,12 @@ constexpr unsigned kCentredText = kTextCenter | kTextBottom | kTextExpandTabs | 
 constexpr unsigned kWrappedText = kTextBottom | kTextWordBreak | kTextNoClip | kTextExternalLeading;
 
 constexpr int kNameFontHeight = 14;
+
+// Each control type's painter, by type.
+using Painter = void (TVornOSCView::*)(DeviceContext&, OSCControl*);
+constexpr Painter kPainters[kControlTypeCount] = {
+    &TVornOSCView::PaintLabel, &TVornOSCView::PaintFader, &TVornOSCView::PaintKnob,
+    &TVornOSCView::PaintToggle, &TVornOSCView::PaintButton};
 
 // Puts back the pen and brush that were selected when it was made.
 class KeepPenAndBrush {
@@ -94,25 +101,9 @@ void TVornOSCView::OnPaint(const QRect& invalid)
         OSCControl* control = it->get();
         if (control == nullptr)
             continue;
-        switch (control->type) {
-            case kLabel:
-                PaintLabel(dc, control);
-                break;
-            case kFader:
-                PaintFader(dc, control);
-                break;
-            case kKnob:
-                PaintKnob(dc, control);
-                break;
-            case kToggle:
-                PaintToggle(dc, control);
-                break;
-            case kPushButton:
-                PaintButton(dc, control);
-                break;
-            default:
-                break;
-        }
+        // A type past the table draws nothing.
+        if (control->type < std::size(kPainters))
+            (this->*kPainters[control->type])(dc, control);
         CRect r;
         CreateControlRect(control, r);
         if (control->type != kLabel) {
