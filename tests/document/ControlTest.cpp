@@ -28,26 +28,17 @@ struct TestMode : testing::Test {
 
 TEST(Control, MadeFromAHostRecordIsGrayWithTheHostAddressAndNoNegativeCorner)
 {
-    const int corners[][4] = {{-1, 7, 0, 7}, {7, -1, 7, 0}};
-    for (const auto& [x, y, expectedX, expectedY] : corners) {
+    using Corner = std::pair<std::int16_t, std::int16_t>;
+    for (const auto& [x, y] : {Corner{-1, 7}, Corner{7, -1}}) {
         SCOPED_TRACE(testing::Message() << "corner " << x << "," << y);
-        _OSCParms record{};
+        _OSCParms record{{}, 3, 12, x, y, 40, 120, -10, 90, kFader, 7};
         std::memset(record.name, 'n', sizeof record.name);  // no terminator
-        record.deviceNumber = 3;
-        record.controlNumber = 12;
-        record.x = static_cast<std::int16_t>(x);
-        record.y = static_cast<std::int16_t>(y);
-        record.width = 40;
-        record.height = 120;
-        record.minValue = -10;
-        record.maxValue = 90;
-        record.type = kFader;
-        record.flags = 7;
         OSCControl control;
         control.SetOSCParms(&record);
         EXPECT_EQ(std::string(control.name), std::string(255, 'n'));
         EXPECT_STREQ(control.command, "/TRVX/ID3/SetVal/Ctl12");
-        EXPECT_EQ(control.Rect(), (CRect{expectedX, expectedY, expectedX + 40, expectedY + 120}));
+        const CPoint corner{std::max<int>(x, 0), std::max<int>(y, 0)};
+        EXPECT_EQ(control.Rect(), (CRect{corner.x, corner.y, corner.x + 40, corner.y + 120}));
         EXPECT_EQ(std::tie(control.deviceId, control.controlNumber, control.minValue,
                            control.maxValue, control.type, control.flags, control.color),
                   std::make_tuple(3, 12, -10, 90, kFader, 7, kGray));
