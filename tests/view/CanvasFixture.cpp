@@ -1,13 +1,12 @@
 #include "CanvasFixture.h"
 
+#include "tests/support/TestControls.h"
 #include "view/ArialFont.h"
 #include "view/MessageEvent.h"
 #include "view/QtWindowHandle.h"
 
 #include <QApplication>
 #include <QMouseEvent>
-
-#include <cstring>
 
 std::vector<RecordingWindow::Received> RecordingWindow::Take(unsigned message)
 {
@@ -50,15 +49,7 @@ CanvasTest::CanvasTest() : view(new TVornOSCView(project, &parent))
 
 OSCControl& CanvasTest::Add(ControlType type, int x, int y, int w, int h, const char* name)
 {
-    auto control = std::make_unique<OSCControl>();
-    control->type = type;
-    control->x = static_cast<std::int16_t>(x);
-    control->y = static_cast<std::int16_t>(y);
-    control->width = static_cast<std::int16_t>(w);
-    control->height = static_cast<std::int16_t>(h);
-    std::strcpy(control->name, name);
-    project.pages[0]->controls.push_back(std::move(control));
-    return *project.pages[0]->controls.back();
+    return AddControl(*project.pages[0], x, y, w, h, type, false, name);
 }
 
 void CanvasTest::SetClientSize(int w, int h)

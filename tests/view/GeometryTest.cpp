@@ -1,6 +1,7 @@
 // The canvas's arithmetic, against its numbers.
 #include "document/ControlTables.h"
 #include "document/OSCPage.h"
+#include "tests/support/TestControls.h"
 #include "view/ControlGeometry.h"
 #include "view/EditGeometry.h"
 #include "view/ScrollGeometry.h"
@@ -15,11 +16,8 @@ namespace {
 
 OSCControl Control(int x, int y, int w, int h, int value = 0)
 {
-    OSCControl c;
-    c.x = static_cast<std::int16_t>(x);
-    c.y = static_cast<std::int16_t>(y);
-    c.width = static_cast<std::int16_t>(w);
-    c.height = static_cast<std::int16_t>(h);
+    OSCPage page;
+    OSCControl c = AddControl(page, x, y, w, h);
     c.value = value;
     return c;
 }
@@ -125,8 +123,8 @@ TEST(ControlGeometry, KnobsDrawTheirTopLeftSquareAndPointFromTheWholeRectanglesC
 TEST(EditGeometry, EdgeZonesLieJustOutsideAControlAndNeverInItsCorners)
 {
     OSCPage page;
-    page.controls.push_back(std::make_unique<OSCControl>(Control(100, 100, 50, 40)));
-    page.controls.push_back(std::make_unique<OSCControl>(Control(100, 143, 50, 40)));
+    AddControl(page, 100, 100, 50, 40);
+    AddControl(page, 100, 143, 50, 40);
     const struct {
         CPoint point;
         int edge;  // -1: none

@@ -12,43 +12,22 @@ using Names = std::vector<std::string>;
 TEST_F(CanvasTest, PressesSelectExtendAndToggleTheControlUnderThePointer)
 {
     const QPoint onA(110, 110), empty(500, 500);
+    const Qt::KeyboardModifiers shift = Qt::ShiftModifier, ctrl = Qt::ControlModifier;
     const struct {
         const char* name;
         bool aSelected, bSelected;
         QPoint at;
-        Qt::KeyboardModifiers modifiers;
+        Qt::KeyboardModifiers keys;
         Names selected;
-        bool moving, banding;
     } cases[] = {
-        {"a plain press selects only that control", false, true, onA, {}, {"A"}, true, false},
-        {"a press on a selected control keeps the selection",
-         true,
-         true,
-         onA,
-         {},
-         {"A", "B"},
-         true,
-         false},
-        {"Shift adds", false, true, onA, Qt::ShiftModifier, {"A", "B"}, true, false},
-        {"Ctrl adds", false, true, onA, Qt::ControlModifier, {"A", "B"}, true, false},
-        {"Ctrl removes and still drags", true, true, onA, Qt::ControlModifier, {"B"}, true, false},
-        {"Shift and Ctrl add",
-         true,
-         false,
-         onA,
-         Qt::ShiftModifier | Qt::ControlModifier,
-         {"A"},
-         true,
-         false},
-        {"an empty place clears", true, true, empty, {}, {}, false, true},
-        {"Shift on an empty place keeps",
-         true,
-         false,
-         empty,
-         Qt::ShiftModifier,
-         {"A"},
-         false,
-         true},
+        {"plain: only it", false, true, onA, {}, {"A"}},
+        {"plain on a selected one: all kept", true, true, onA, {}, {"A", "B"}},
+        {"Shift adds", false, true, onA, shift, {"A", "B"}},
+        {"Ctrl adds", false, true, onA, ctrl, {"A", "B"}},
+        {"Ctrl removes", true, true, onA, ctrl, {"B"}},
+        {"Shift and Ctrl add", true, false, onA, shift | ctrl, {"A"}},
+        {"an empty place clears", true, true, empty, {}, {}},
+        {"Shift on an empty place keeps", true, false, empty, shift, {"A"}},
     };
     OSCControl& a = Add(kToggle, 100, 100, 40, 40, "A");
     OSCControl& b = Add(kToggle, 200, 100, 40, 40, "B");
@@ -56,12 +35,13 @@ TEST_F(CanvasTest, PressesSelectExtendAndToggleTheControlUnderThePointer)
         SCOPED_TRACE(c.name);
         a.selected = c.aSelected;
         b.selected = c.bSelected;
-        Press(c.at, c.modifiers);
+        Press(c.at, c.keys);
         EXPECT_EQ(SelectedNames(), c.selected);
-        EXPECT_EQ(view->movingSelection, c.moving);
-        EXPECT_EQ(view->rubberBanding, c.banding);
+        // A press on a control drags the selection, even when it deselects the control.
+        EXPECT_EQ(view->movingSelection, c.at == onA);
+        EXPECT_EQ(view->rubberBanding, c.at == empty);
         EXPECT_EQ(QWidget::mouseGrabber(), view) << "an edit holds the mouse";
-        Release(c.at, c.modifiers);
+        Release(c.at, c.keys);
         EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
     }
 }
@@ -115,6 +95,7 @@ TEST_F(CanvasTest, DraggingAnEdgeResizesEverySelectedControlAndTellsTheParent)
     Drag({251, 120}, {271, 120});  // the knob's right zone
     EXPECT_EQ((CRect{knob.x, knob.y, knob.width, knob.height}), (CRect{200, 100, 68, 68}));
     EXPECT_EQ(SelectedNames(), Names{"K"}) << "an unselected control's edge selects only it";
+    EXPECT_EQ(fader.width, 40) << "only selected controls resize";
 }
 
 TEST_F(CanvasTest, TheCursorShowsWhichWayAnEdgeResizes)
@@ -131,6 +112,9 @@ TEST_F(CanvasTest, TheCursorShowsWhichWayAnEdgeResizes)
         Move(c.at, Qt::NoButton);
         EXPECT_EQ(view->cursor().shape(), c.shape) << c.at.x() << "," << c.at.y();
     }
+    Press({120, 120});
+    Move({120, 99});
+    EXPECT_EQ(view->cursor().shape(), Qt::ArrowCursor) << "a dragged selection keeps the cursor";
 }
 
 TEST_F(CanvasTest, APressInTheTitleStripFlipsTestModeWhereverThePageIsScrolled)

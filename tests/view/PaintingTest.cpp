@@ -96,6 +96,7 @@ TEST_F(PaintingTest, TheFirstControlIsOnTopAndSelectionsAreFramedInWhite)
     EXPECT_EQ(At(image, 100, 140), kWhite);
     EXPECT_EQ(At(image, 179, 140), kWhite);
     EXPECT_EQ(At(image, 180, 140), kBlack) << "the frame stays inside the rectangle";
+    EXPECT_EQ(At(image, 178, 140), kHalf) << "and is one pixel wide";
     EXPECT_EQ(At(image, 229, 200), 0x7F0000u) << "unselected: no frame";
 }
 
