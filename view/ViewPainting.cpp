@@ -9,7 +9,6 @@
 
 #include <QPainter>
 
-#include <iterator>
 #include <vector>
 
 namespace {
@@ -25,12 +24,6 @@ constexpr unsigned kCentredText = kTextCenter | kTextBottom | kTextExpandTabs | 
 constexpr unsigned kWrappedText = kTextBottom | kTextWordBreak | kTextNoClip | kTextExternalLeading;
 
 constexpr int kNameFontHeight = 14;
-
-// Each control type's painter, by type.
-using Painter = void (TVornOSCView::*)(DeviceContext&, OSCControl*);
-constexpr Painter kPainters[kControlTypeCount] = {
-    &TVornOSCView::PaintLabel, &TVornOSCView::PaintFader, &TVornOSCView::PaintKnob,
-    &TVornOSCView::PaintToggle, &TVornOSCView::PaintButton};
 
 // Puts back the pen and brush that were selected when it was made.
 class KeepPenAndBrush {
@@ -101,9 +94,25 @@ void TVornOSCView::OnPaint(const QRect& invalid)
         OSCControl* control = it->get();
         if (control == nullptr)
             continue;
-        // A type past the table draws nothing.
-        if (control->type < std::size(kPainters))
-            (this->*kPainters[control->type])(dc, control);
+        switch (control->type) {
+            case kLabel:
+                PaintLabel(dc, control);
+                break;
+            case kFader:
+                PaintFader(dc, control);
+                break;
+            case kKnob:
+                PaintKnob(dc, control);
+                break;
+            case kToggle:
+                PaintToggle(dc, control);
+                break;
+            case kPushButton:
+                PaintButton(dc, control);
+                break;
+            default:  // a type this editor does not know draws nothing
+                break;
+        }
         CRect r;
         CreateControlRect(control, r);
         if (control->type != kLabel) {
