@@ -48,23 +48,6 @@ TEST(ScrollGeometry, StepsStopAtTheEndsButTheThumbGoesWhereItIsPut)
     }
 }
 
-TEST(ScrollGeometry, APositionPastTheNewRangeComesBackAndAFittingScreenGoesToZero)
-{
-    const struct {
-        int position, client;  // on a screen of 1024 with a margin of 16
-        ScrollAxis expected;
-    } cases[] = {
-        {200, 900, {124, 124, -76}}, {100, 900, {100, 124, 0}}, {50, 1008, {0, 16, -50}},
-        {50, 1007, {17, 17, -33}},   {50, 1100, {0, 0, -50}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << "position " << c.position << ", client " << c.client);
-        const auto axis = FitScrollAxis(static_cast<std::int16_t>(c.position), 1024, c.client, 16);
-        EXPECT_EQ((CRect{axis.position, axis.max, axis.shift}),
-                  (CRect{c.expected.position, c.expected.max, c.expected.shift}));
-    }
-}
-
 TEST(ControlGeometry, ScaledColoursDivideEachChannelAndUnknownColoursAreGray)
 {
     EXPECT_EQ(TVornOSCView::GetScaledColor(8, 1), 0x009314FFu);  // pink
