@@ -2,12 +2,36 @@
 // does to the page, and what the view tells its parent and its host.
 #include "CanvasFixture.h"
 
+#include <QApplication>
+#include <QPaintEvent>
 #include <QScrollBar>
 #include <QStyle>
 
 namespace {
 
 using Names = std::vector<std::string>;
+
+// What a widget repaints.
+class PaintedRegions : public QObject {
+public:
+    explicit PaintedRegions(QWidget* widget) { widget->installEventFilter(this); }
+    QRegion Collect()
+    {
+        QApplication::processEvents();
+        return std::exchange(region_, {});
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            region_ += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+
+private:
+    QRegion region_;
+};
 
 TEST_F(CanvasTest, PressesSelectExtendAndToggleTheControlUnderThePointer)
 {
@@ -196,8 +220,12 @@ TEST_F(CanvasTest, ScrollBarsStepByLinesAndPagesAndStopAtTheEnds)
     SetClientSize(400, 300);  // the page is 1024 by 768
     EXPECT_EQ(view->scrollXMax, 624);
     QScrollBar* bar = view->HorizontalBar();
+    PaintedRegions painted(view);
+    painted.Collect();  // what the new size repaints
     bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
     EXPECT_EQ(view->scrollX, 16);
+    EXPECT_EQ(painted.Collect() & QRect(0, 0, 400, 300), QRegion(384, 0, 16, 300))
+        << "of the page only the uncovered strip repaints";
     bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
     EXPECT_EQ(view->scrollX, 416);
     bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
