@@ -206,7 +206,7 @@ TEST_F(CommandLine, UsageErrorsExitTwoAndHelpExitsZero)
 
 // Side by side, as scripts run them: each run has a temporary index.xml of its
 // own, so no archive gets another's layout, and the data folders go with them.
-// Old outputs are replaced.
+// Old outputs are replaced, and every output has the permissions of a plain new file.
 TEST_F(CommandLine, ExportsRunTogetherWriteTheirOwnFilesAndNothingElse)
 {
     Write("small.json", R"({"pages": [{"name": "Small", "controls": [{"type": "Fader"}]}]})");
@@ -237,6 +237,10 @@ TEST_F(CommandLine, ExportsRunTogetherWriteTheirOwnFilesAndNothingElse)
     EXPECT_NE(Read("Small.JZML").find("text=\"Small\""), std::string::npos);
     EXPECT_EQ(ReadJson("Small.Json")["pages"][0]["name"], "Small");
     EXPECT_EQ(Read("Small.VornOsc").rfind("KLYF", 0), 0u);
+    const fs::perms plain = fs::status(folder_ / "small.json").permissions();
+    for (const std::string& name : Files())
+        EXPECT_EQ(fs::status(folder_ / name).permissions(), plain)
+            << name << " is not a plain file";
 }
 
 }  // namespace

@@ -1,3 +1,4 @@
+#include "app/CommandLineHost.h"
 #include "app/HeadlessToolkit.h"
 #include "host/Toolkit.h"
 
@@ -14,4 +15,14 @@ TEST(HeadlessToolkit, AMessageBoxIsKeptAsOneLineAndAQuestionIsAnsweredNo)
     EXPECT_EQ(headless::TakeMessages(),
               (std::vector<std::string>{"OSC: Remove?  Sure?", ": Failed. Cancelled."}));
     EXPECT_TRUE(headless::TakeMessages().empty());
+}
+
+// The host's errors are printed as one line after the file's name.
+TEST(CommandLineHost, ErrorsAreTrimmedAndJoinedIntoOneLineAndBlankOnesDropped)
+{
+    CommandLineHost host;
+    host.ShowError("Failed to create touchosc file\n");
+    host.ShowError(" \t\r\n");
+    host.ShowError("  try saving again ");
+    EXPECT_EQ(host.ErrorLine(), "Failed to create touchosc file; try saving again");
 }
