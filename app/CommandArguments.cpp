@@ -1,6 +1,6 @@
 #include "CommandArguments.h"
 
-#include "IgnoringCase.h"
+#include "document/IgnoringCase.h"
 #include "document/ControlTables.h"
 
 #include <string_view>

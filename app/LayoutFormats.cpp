@@ -2,7 +2,7 @@
 
 #include "CommandLineHost.h"
 #include "HeadlessToolkit.h"
-#include "IgnoringCase.h"
+#include "document/IgnoringCase.h"
 #include "LayoutJson.h"
 #include "document/LayoutFile.h"
 #include "document/OSCProject.h"

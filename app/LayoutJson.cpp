@@ -1,6 +1,6 @@
 #include "LayoutJson.h"
 
-#include "IgnoringCase.h"
+#include "document/IgnoringCase.h"
 #include "document/ControlTables.h"
 #include "document/TextField.h"
 

@@ -1,7 +1,7 @@
 #include "RenderCommand.h"
 
 #include "CommandLineHost.h"
-#include "IgnoringCase.h"
+#include "document/IgnoringCase.h"
 #include "LayoutCommands.h"
 #include "LayoutFormats.h"
 #include "LayoutLoading.h"

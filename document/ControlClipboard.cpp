@@ -1,10 +1,6 @@
 #include "ControlClipboard.h"
 
-namespace {
-
 ControlList clipboard;
-
-}  // namespace
 
 ControlList* GetControlClipboard()
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/ModuleExport.h"
+
 #include <cstdint>
 
 // The vocabulary of a layout: control types, colours, target screens.
@@ -32,9 +34,9 @@ constexpr std::uint8_t kGray = 5;    // the colour of controls made from host re
 // The top band of every page, kept free of pasted controls.
 constexpr int kTitleBandHeight = 40;
 
-extern const char* const ControlTypes[kControlTypeCount];
-extern const char* const ColorTypes[kNamedColorCount];
-extern const std::uint32_t Colors[kColorCount];  // 0x00BBGGRR
+VORNOSC_EXPORT extern const char* const ControlTypes[kControlTypeCount];
+VORNOSC_EXPORT extern const char* const ColorTypes[kNamedColorCount];
+VORNOSC_EXPORT extern const std::uint32_t Colors[kColorCount];  // 0x00BBGGRR
 extern const char* const DeviceNames[kDeviceCount];
 extern const char* const OrientationNames[kOrientationCount];
 
@@ -43,13 +45,13 @@ extern const char* const OrientationNames[kOrientationCount];
 inline std::uint32_t ColorOf(int index);
 
 // Indexed by device + 2 * orientation.
-extern const std::int32_t ScreenW[4];
-extern const std::int32_t ScreenH[4];
+VORNOSC_EXPORT extern const std::int32_t ScreenW[4];
+VORNOSC_EXPORT extern const std::int32_t ScreenH[4];
 
 // TouchOSC's orientation words: index 0 "horizontal", index 1 "vertical".
-extern const char* const OrientationStr[2];
+VORNOSC_EXPORT extern const char* const OrientationStr[2];
 
-extern const char EditorName[16];
+VORNOSC_EXPORT extern const char EditorName[16];
 
 // Index into ScreenW and ScreenH. A device or orientation byte out of range,
 // as a damaged file may hold, counts as the nearest valid one.

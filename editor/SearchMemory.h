@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/ModuleExport.h"
+
 #include <cstdint>
 #include <string>
 
@@ -7,7 +9,9 @@
 // of the module and kept only while it is loaded. The texts are UTF-8 bytes,
 // the form of the controls' name and command fields, so they reach
 // OSCProject::SearchAndReplace without conversion and ask no Qt type of a host.
-extern std::string Search;
-extern std::string Replace;
-extern std::int32_t inName;
-extern std::int32_t inCommand;
+extern "C" {
+VORNOSC_EXPORT extern std::string Search;
+VORNOSC_EXPORT extern std::string Replace;
+VORNOSC_EXPORT extern std::int32_t inName;
+VORNOSC_EXPORT extern std::int32_t inCommand;
+}

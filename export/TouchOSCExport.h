@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/ModuleExport.h"
+
 #include <chrono>
 #include <cstdio>
 
@@ -7,7 +9,7 @@ class OSCProject;
 
 // The format of every control's type attribute. Exported and writable, as the
 // host expects to find it.
-extern char TouchOSCTypeStr[];
+VORNOSC_EXPORT extern char TouchOSCTypeStr[];
 
 // After the old target is deleted, the file system gets this long to let go
 // of it before the new archive is created in its place.

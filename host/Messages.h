@@ -15,6 +15,15 @@ constexpr unsigned WM_OSC_PROPERTIES = 0x83E7;
 constexpr unsigned WM_OSC_CONTEXTMENU = 0x83E8;
 constexpr unsigned WM_OSC_CLOSEFRAME = 204;
 
+// Toolkit messages a host frame sends its editor: a menu command (the command
+// id as word parameter), and a menu about to open (the QMenu* as word
+// parameter), whose items then take the editor's enable and check rules.
+// Their classic numbers, 202 and 236, are Qt's own gesture and other events,
+// so they sit the same distance past the first event number Qt leaves free.
+constexpr unsigned kFirstFreeEventNumber = 1000;
+constexpr unsigned WM_COMMAND = kFirstFreeEventNumber + 202;
+constexpr unsigned WM_INITMENUPOPUP = kFirstFreeEventNumber + 236;
+
 // Codes in the first word of a host request record.
 enum HostRequestCode : std::intptr_t {
     kRequestSetTitle = 2,
@@ -23,6 +32,13 @@ enum HostRequestCode : std::intptr_t {
     kRequestSave = 70,
     kRequestOpenEditor = 80,  // 'P'
 };
+
+// Words of the editor-open request: the menu and the accelerator table.
+constexpr int kRequestMenuWord = 8;
+constexpr int kRequestAcceleratorsWord = 9;
+// Words of the path request: the folder and name buffers, 256 bytes each.
+constexpr int kRequestFolderWord = 8;
+constexpr int kRequestNameWord = 9;
 
 constexpr std::intptr_t kHelpTopic = 17016;
 

@@ -53,3 +53,9 @@ private:
         }
     }
 };
+
+// Made by the host for each editor: the editor passes its parent window and
+// the host's own selectors 4, 0, null, null. The host defines it and exports it
+// from its executable, where the module finds it when it is loaded.
+extern "C" VornBasics* AllocVornBasics(WindowHandle parent, int kind, int flags, void* reserved1,
+                                       void* reserved2);

@@ -1,0 +1,358 @@
+// The editor's command table: each command's handler and the rule that
+// enables its menu item, and the handlers that edit the layout.
+#include "CommandIds.h"
+#include "ModuleEntry.h"
+#include "ModuleResources.h"
+#include "PropertyCommands.h"
+#include "SearchCommand.h"
+#include "TVornOSCEditor.h"
+#include "document/ControlClipboard.h"
+#include "document/ControlTables.h"
+#include "host/Messages.h"
+#include "host/Toolkit.h"
+#include "view/QtWindowHandle.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QMenu>
+
+#include <iterator>
+#include <memory>
+
+namespace {
+
+using Handler = void (TVornOSCEditor::*)();
+using Rule = bool (TVornOSCEditor::*)() const;
+
+struct Command {
+    int id;
+    Handler handler;
+    Rule enabled;  // null: always enabled
+};
+
+using E = TVornOSCEditor;
+constexpr Command kCommands[] = {
+    {ID_FILE_SAVE, &E::OnFileSave, &E::CanSave},
+    {ID_FILE_SAVE_AS, &E::OnFileSaveAs, nullptr},
+    {ID_EDIT_CUT, &E::OnEditCut, &E::HasSelection},
+    {ID_EDIT_COPY, &E::OnEditCopy, &E::HasSelection},
+    {ID_EDIT_PASTE, &E::OnEditPaste, &E::ClipboardHasControls},
+    {ID_EDIT_CLEAR, &E::OnEditClear, &E::HasSelection},
+    {ID_OSCEDITOR_SELECTALL, &E::OnOsceditorSelectall, &E::PageHasControls},
+    {ID_OSCEDITOR_PROPERTIES, &E::OnOsceditorProperties, &E::HasOneSelected},
+    {ID_OSCEDITOR_TOFRONT, &E::OnOsceditorTofront, &E::PageHasControls},
+    {ID_OSCEDITOR_TOBACK, &E::OnOsceditorToback, &E::PageHasControls},
+    {ID_OSCEDITOR_ADDPAGE, &E::OnOsceditorAddpage, nullptr},
+    {ID_OSCEDITOR_REMOVEPAGE, &E::OnOsceditorRemovepage, &E::HasSeveralPages},
+    {ID_LEFT, &E::OnLeft, nullptr},
+    {ID_RIGHT, &E::OnRight, nullptr},
+    {ID_UP, &E::OnUp, nullptr},
+    {ID_DOWN, &E::OnDown, nullptr},
+    {ID_CTLLEFT, &E::OnCtlleft, nullptr},
+    {ID_CTLRIGHT, &E::OnCtlright, nullptr},
+    {ID_CTLUP, &E::OnCtlup, nullptr},
+    {ID_CTLDOWN, &E::OnCtldown, nullptr},
+    {ID_OSCEDITOR_EXPORTASTOUCHOSCFILE, &E::OnOscEditorExportAsTouchOSCFile, nullptr},
+    {ID_OSCEDITOR_EXPORTASLEMURFILE, &E::OnOscEditorExportAsLemurFile, nullptr},
+    {ID_OSCEDITOR_PAGEPROPERTIES, &E::OnOsceditorPageproperties, nullptr},
+    {ID_OSCTESTMODE, &E::OnOsctestmode, nullptr},  // checked in test mode
+    {ID_OSCEDITOR_SEARCHANDREPLACE, &E::OnOsceditorSearchandreplace, nullptr},
+    {ID_HELP_FINDER, &E::OnHelpFinder, nullptr},
+    {ID_SETCOLOR_RED, &E::OnSetcolorRed, &E::HasSelection},
+    {ID_SETCOLOR_GREEN, &E::OnSetcolorGreen, &E::HasSelection},
+    {ID_SETCOLOR_BLUE, &E::OnSetcolorBlue, &E::HasSelection},
+    {ID_SETCOLOR_YELLOW, &E::OnSetcolorYellow, &E::HasSelection},
+    {ID_SETCOLOR_PURPLE, &E::OnSetcolorPurple, &E::HasSelection},
+    {ID_SETCOLOR_GRAY, &E::OnSetcolorGray, &E::HasSelection},
+    {ID_SETCOLOR_ORANGE, &E::OnSetcolorOrange, &E::HasSelection},
+    {ID_SETCOLOR_BROWN, &E::OnSetcolorBrown, &E::HasSelection},
+    {ID_SETCOLOR_PINK, &E::OnSetcolorPink, &E::HasSelection},
+};
+
+const Command* FindCommand(int id)
+{
+    for (const Command& command : kCommands) {
+        if (command.id == id)
+            return &command;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+bool TVornOSCEditor::OnCommand(int id)
+{
+    const Command* command = FindCommand(id);
+    if (command == nullptr)
+        return false;
+    (this->*command->handler)();
+    return true;
+}
+
+void TVornOSCEditor::OnInitMenuPopup(QMenu* menu, int, bool)
+{
+    for (QAction* action : menu->actions()) {
+        if (QMenu* submenu = action->menu()) {
+            OnInitMenuPopup(submenu, 0, false);
+            continue;
+        }
+        const Command* command = FindCommand(action->data().toInt());
+        if (command == nullptr)
+            continue;
+        action->setEnabled(command->enabled == nullptr || (this->*command->enabled)());
+        if (command->id == ID_OSCTESTMODE)
+            action->setChecked(view.testMode != 0);
+    }
+}
+
+bool TVornOSCEditor::CanSave() const
+{
+    return modified != 0 && layoutPath[0] != '\0' && std::string_view(layoutPath) != "New";
+}
+
+bool TVornOSCEditor::HasSelection() const
+{
+    return project.GetNumSelected() >= 1;
+}
+
+bool TVornOSCEditor::HasOneSelected() const
+{
+    return project.GetNumSelected() == 1;
+}
+
+bool TVornOSCEditor::ClipboardHasControls() const
+{
+    return !GetControlClipboard()->empty();
+}
+
+bool TVornOSCEditor::PageHasControls() const
+{
+    return project.GetNumControls() != 0;
+}
+
+bool TVornOSCEditor::HasSeveralPages() const
+{
+    return project.pages.size() >= 2;
+}
+
+void TVornOSCEditor::MarkChangedAndRepaint()
+{
+    modified = 1;
+    view.update();
+}
+
+void TVornOSCEditor::OnEditCut()
+{
+    project.Cut();
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnEditCopy()
+{
+    project.Copy();
+    view.update();
+}
+
+void TVornOSCEditor::OnEditPaste()
+{
+    project.Paste();
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnEditClear()
+{
+    project.Clear();
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnOsceditorSelectall()
+{
+    project.SelectAll();
+    view.update();
+}
+
+void TVornOSCEditor::OnOsceditorTofront()
+{
+    project.ToFront();
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnOsceditorToback()
+{
+    project.ToBack();
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnLeft()
+{
+    project.ShiftLeft(1);
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnRight()
+{
+    project.ShiftRight(1);
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnUp()
+{
+    project.ShiftUp(1);
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnDown()
+{
+    project.ShiftDown(1);
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnCtlleft()
+{
+    project.ResizeW(-1, host);
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnCtlright()
+{
+    project.ResizeW(1, host);
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnCtlup()
+{
+    project.ResizeH(-1, host);
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnCtldown()
+{
+    project.ResizeH(1, host);
+    MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::SetColorOfSelection(int color)
+{
+    project.SetColor(color);
+    modified = 1;
+    update();
+    view.update();
+}
+
+void TVornOSCEditor::OnSetcolorRed()
+{
+    SetColorOfSelection(0);
+}
+
+void TVornOSCEditor::OnSetcolorGreen()
+{
+    SetColorOfSelection(1);
+}
+
+void TVornOSCEditor::OnSetcolorBlue()
+{
+    SetColorOfSelection(2);
+}
+
+void TVornOSCEditor::OnSetcolorYellow()
+{
+    SetColorOfSelection(3);
+}
+
+void TVornOSCEditor::OnSetcolorPurple()
+{
+    SetColorOfSelection(4);
+}
+
+void TVornOSCEditor::OnSetcolorGray()
+{
+    SetColorOfSelection(kGray);
+}
+
+void TVornOSCEditor::OnSetcolorOrange()
+{
+    SetColorOfSelection(6);
+}
+
+void TVornOSCEditor::OnSetcolorBrown()
+{
+    SetColorOfSelection(7);
+}
+
+void TVornOSCEditor::OnSetcolorPink()
+{
+    SetColorOfSelection(8);
+}
+
+void TVornOSCEditor::OnOsctestmode()
+{
+    view.testMode = view.testMode != 0 ? 0 : 1;
+    view.update();
+}
+
+void TVornOSCEditor::OnOsceditorProperties()
+{
+    const HoldInstance resources;
+    switch (EditControlProperties(project, runDialog)) {
+        case ControlPropertiesOutcome::kEditPage:
+            OnOsceditorPageproperties();
+            return;
+        case ControlPropertiesOutcome::kUnchanged:
+            return;
+        case ControlPropertiesOutcome::kChanged:
+            MarkChangedAndRepaint();
+            return;
+    }
+}
+
+void TVornOSCEditor::OnOsceditorPageproperties()
+{
+    const PagePropertiesOutcome outcome = EditPageProperties(project, runDialog);
+    if (!outcome.modified)
+        return;
+    if (outcome.renamed)
+        UpdateListbox();
+    modified = 1;
+    // The screen may have changed: the canvas starts again at its origin.
+    view.scrollX = view.scrollXMax = view.scrollY = view.scrollYMax = 0;
+    view.setGeometry(200, 0, project.GetScreenW(), project.GetScreenH());
+    PositionOSCView(width(), height());
+    view.update();
+    update();
+}
+
+void TVornOSCEditor::OnOsceditorSearchandreplace()
+{
+    if (!RunSearchAndReplace(project, runDialog))
+        return;
+    modified = 1;
+    update();
+    view.update();
+}
+
+void TVornOSCEditor::OnHelpFinder()
+{
+    // The application shows help, when it has any, for the module's topic.
+    QCoreApplication* application = QCoreApplication::instance();
+    if (qobject_cast<QApplication*>(application) == nullptr)
+        return;
+    HostRequest request;
+    request.words[0] = kRequestHelpTopic;
+    request.words[1] = kHelpTopic;
+    toolkit::SendMessage(HandleOf(application), WM_OSC_HOSTREQUEST, 0,
+                         reinterpret_cast<std::intptr_t>(&request));
+}
+
+void TVornOSCEditor::RMBMenu()
+{
+    const HoldInstance resources;
+    if (parentWidget() != nullptr)
+        parentWidget()->raise();
+    const QPoint cursor = QCursor::pos();
+    const std::unique_ptr<QMenu> menu(LoadMenu(kEditorMenuId));
+    if (menu == nullptr)
+        return;
+    OnInitMenuPopup(menu.get(), 0, false);
+    if (QAction* chosen = menu->exec(cursor))
+        OnCommand(chosen->data().toInt());
+}
