@@ -2,6 +2,7 @@
 
 #include "host/VornBasics.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -24,14 +25,16 @@ public:
 // exactly once on the way out and once on the way in.
 class BigEndianHost : public FakeHost {
 public:
-    void FlipULong(std::uint32_t& v) override { v = __builtin_bswap32(v); }
-    void FlipLong(std::int32_t& v) override
+    void FlipULong(std::uint32_t& v) override { Reverse(v); }
+    void FlipLong(std::int32_t& v) override { Reverse(v); }
+    void FlipUShort(std::uint16_t& v) override { Reverse(v); }
+    void FlipShort(std::int16_t& v) override { Reverse(v); }
+
+private:
+    template <class Number>
+    static void Reverse(Number& v)
     {
-        v = static_cast<std::int32_t>(__builtin_bswap32(static_cast<std::uint32_t>(v)));
-    }
-    void FlipUShort(std::uint16_t& v) override { v = __builtin_bswap16(v); }
-    void FlipShort(std::int16_t& v) override
-    {
-        v = static_cast<std::int16_t>(__builtin_bswap16(static_cast<std::uint16_t>(v)));
+        auto* bytes = reinterpret_cast<unsigned char*>(&v);
+        std::reverse(bytes, bytes + sizeof v);
     }
 };
