@@ -11,21 +11,6 @@
 #include <map>
 #include <string>
 
-namespace {
-
-// A host with a window, so that test-mode values reach the fake toolkit.
-struct TestMode : testing::Test {
-    FakeHost host;
-    int window = 0;
-    void SetUp() override
-    {
-        Toolkit().Reset();
-        host.hostWindow = &window;
-    }
-};
-
-}  // namespace
-
 TEST(Control, MadeFromAHostRecordIsGrayWithTheHostAddressAndNoNegativeCorner)
 {
     using Corner = std::pair<std::int16_t, std::int16_t>;
@@ -47,56 +32,35 @@ TEST(Control, MadeFromAHostRecordIsGrayWithTheHostAddressAndNoNegativeCorner)
 
 // A control at (100, 200): faders and knobs clamp one unit inside the near
 // edge and two inside the far one; toggles flip on a press, buttons send on a
-// release, labels send nothing.
-TEST_F(TestMode, EachTypeTurnsThePointerIntoItsValue)
+// release, labels send nothing. A value goes to the host's window, if it has
+// one, with the address's components after its six-character prefix; a
+// refused post must not leak them, which the sanitizer build checks.
+TEST(Control, InTestModeEachTypeTurnsThePointerIntoItsValueAndSendsItWithTheAddress)
 {
     const std::map<std::string, int> events{
         {"down", kPointerDown}, {"move", kPointerMove}, {"up", kPointerUp}};
+    int window = 0;
     for (const nlohmann::json& c : Cases(DATA_DIR "/control.json", "testModeValues")) {
         SCOPED_TRACE(c["what"].get<std::string>());
-        Toolkit().posts.clear();
+        Toolkit().Reset();
+        Toolkit().refusePosts = c.value("refused", false);
+        FakeHost host;
+        host.hostWindow = c.value("window", true) ? &window : nullptr;
         OSCControl control;
         std::tie(control.type, control.x, control.y, control.width, control.height) =
             std::make_tuple(c["type"], 100, 200, c["size"][0], c["size"][1]);
         std::tie(control.minValue, control.maxValue, control.value) =
             std::make_tuple(c["range"][0], c["range"][1], c["before"]);
+        CopyTextField(control.command, c.value("command", ""));
         const int after = c["after"];
         control.SetVal(&host, c["pointer"][0], c["pointer"][1], events.at(c["event"]));
         EXPECT_EQ(control.value, after);
         ASSERT_EQ(Toolkit().posts.size(), c["posted"] ? 1u : 0u);
         if (c["posted"]) {
-            EXPECT_EQ(Toolkit().posts[0].wParam, after);
-            EXPECT_EQ(Toolkit().posts[0].window, &window);
-            EXPECT_EQ(Toolkit().posts[0].message, WM_OSC_TESTVALUE);
+            const PostedMessage& posted = Toolkit().posts[0];
+            EXPECT_EQ(std::tie(posted.wParam, posted.window, posted.message),
+                      std::make_tuple(after, &window, WM_OSC_TESTVALUE));
+            EXPECT_EQ(posted.components, c.value("components", AddressComponents()));
         }
     }
-}
-
-TEST_F(TestMode, ValuesCarryTheAddressComponentsAfterTheSixCharacterPrefix)
-{
-    for (const nlohmann::json& c : Cases(DATA_DIR "/control.json", "addresses")) {
-        const std::string command = c["command"];
-        SCOPED_TRACE(command);
-        Toolkit().posts.clear();
-        OSCControl toggle;
-        toggle.type = kToggle;
-        CopyTextField(toggle.command, command);
-        toggle.SetVal(&host, 0, 0, kPointerDown);
-        ASSERT_EQ(Toolkit().posts.size(), 1u);
-        EXPECT_EQ(Toolkit().posts[0].components, c["components"].get<AddressComponents>());
-    }
-}
-
-TEST_F(TestMode, NothingIsSentWithoutAHostWindowAndARefusedPostLeaksNothing)
-{
-    OSCControl toggle;
-    toggle.type = kToggle;
-    host.hostWindow = nullptr;
-    toggle.SetVal(&host, 0, 0, kPointerDown);
-    EXPECT_EQ(toggle.value, 127);
-    host.hostWindow = &window;
-    Toolkit().refusePosts = true;
-    toggle.SetVal(&host, 0, 0, kPointerDown);  // the sanitizer build checks for a leak
-    EXPECT_EQ(toggle.value, 0);
-    EXPECT_TRUE(Toolkit().posts.empty());
 }
