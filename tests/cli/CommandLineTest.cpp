@@ -132,16 +132,17 @@ TEST_F(CommandLine, TheDeviceComesFromTheJsonOrIsAnIPadUnlessGiven)
     EXPECT_EQ(ReadJson("pad.json")["device"], "iPhone/iPod Touch");
 }
 
-// Damaged inputs come from the demo layout: a tag changed, or cut short. Old
-// outputs of every format stay as they were.
-TEST_F(CommandLine, BadInputFailsWithOneLineAndWritesNothing)
+// Damaged inputs come from the demo layout: a tag changed, or cut short. An
+// output that cannot be replaced fails only the conversion to it. Old outputs
+// of every format stay as they were, and a folder in the way stays empty.
+TEST_F(CommandLine, AFileThatCannotBeReadOrWrittenFailsWithOneLineNamingItAndWritesNothing)
 {
     const std::set<std::string> outputs{"old.VornOsc", "old.json", "old.touchosc", "old.jzml"};
     for (const std::string& out : outputs)
         Write(out, "old bytes");
-    for (const json& c : CommandLineCases("badInputs")) {
-        const std::string file = c["file"];
-        SCOPED_TRACE(file);
+    for (const json& c : CommandLineCases("failures")) {
+        const std::string file = c["file"], failing = c.value("out", file);
+        SCOPED_TRACE(failing);
         if (c.contains("text"))
             Write(file, c["text"]);
         if (c.contains("demoWith")) {
@@ -151,31 +152,23 @@ TEST_F(CommandLine, BadInputFailsWithOneLineAndWritesNothing)
         }
         if (c.contains("demoCutAt"))
             Write(file, kDemo.substr(0, c["demoCutAt"]));
-        if (c.value("folder", false))
-            fs::create_directory(folder_ / file);
-        for (const std::string& out : outputs)
-            ExpectOneLineFailure(Vornosc({"convert", file, out}), file, c["error"]);
-        ExpectOneLineFailure(Vornosc({"dump", file}), file, c["error"]);
+        if (c.contains("folder"))
+            fs::create_directory(folder_ / c["folder"]);
+        std::vector<std::vector<std::string>> runs{{"convert", file, failing}};
+        if (!c.contains("out")) {
+            runs = {{"dump", file}};
+            for (const std::string& out : outputs)
+                runs.push_back({"convert", file, out});
+        }
+        for (const VornoscRun& run : RunTogether(runs))
+            ExpectOneLineFailure(run, failing, c["error"]);
         fs::remove(folder_ / file);
+        if (c.contains("folder"))
+            fs::remove(folder_ / c["folder"]);  // throws unless empty
         EXPECT_EQ(Files(), outputs);
         for (const std::string& out : outputs)
             EXPECT_EQ(Read(out), "old bytes") << out;
     }
-}
-
-TEST_F(CommandLine, AnOutputThatCannotBeReplacedFailsWithOneLineNamingIt)
-{
-    Write("good.json", R"({"pages": [{}]})");
-    fs::create_directory(folder_ / "folder.VornOsc");
-    const std::pair<const char*, const char*> cases[] = {
-        {"folder.VornOsc", "cannot replace the file: Is a directory"},
-        {"missing/a.touchosc", "No such file or directory"},
-        {"missing/a.jzml", "No such file or directory"},
-        {"missing/a.json", "No such file or directory"}};
-    for (const auto& [out, error] : cases)
-        ExpectOneLineFailure(Vornosc({"convert", "good.json", out}), out, error);
-    EXPECT_TRUE(fs::is_empty(folder_ / "folder.VornOsc"));
-    EXPECT_EQ(Files(), (std::set<std::string>{"good.json", "folder.VornOsc"}));
 }
 
 // Usage errors exit with 2 and the usage on stderr; help exits with 0 and
