@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ModuleExport.h"
 #include "WindowHandle.h"
 
 #include <algorithm>
@@ -57,5 +58,5 @@ private:
 // Made by the host for each editor: the editor passes its parent window and
 // the host's own selectors 4, 0, null, null. The host defines it and exports it
 // from its executable, where the module finds it when it is loaded.
-extern "C" VornBasics* AllocVornBasics(WindowHandle parent, int kind, int flags, void* reserved1,
-                                       void* reserved2);
+extern "C" VORNOSC_EXPORT VornBasics* AllocVornBasics(WindowHandle parent, int kind, int flags,
+                                                      void* reserved1, void* reserved2);

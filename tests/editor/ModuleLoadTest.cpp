@@ -1,0 +1,193 @@
+// The built module loaded as a host loads it: by file name, its entries
+// resolved by their plain names, and an editor opened through them.
+#include "TestHost.h"
+#include "document/ControlClipboard.h"
+#include "host/EditorModule.h"
+#include "host/Toolkit.h"
+#include "view/QtWindowHandle.h"
+
+#include <QApplication>
+#include <QMenu>
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+
+#include <cstdio>
+#include <set>
+#include <string>
+
+namespace {
+
+using namespace editor_module;
+
+const std::set<std::string> kExportedNames = {"AcceleratorsOSC",
+                                              "ArialFont",
+                                              "ClearClipboard",
+                                              "ColorTypes",
+                                              "Colors",
+                                              "ControlTypes",
+                                              "DllMain",
+                                              "EditorName",
+                                              "ExternalPasteToClipboard",
+                                              "GETID",
+                                              "GetControlClipboard",
+                                              "Inited",
+                                              "MacInstanceInitialize",
+                                              "ModuleCleanup",
+                                              "ModuleInitialize",
+                                              "OrientationStr",
+                                              "Replace",
+                                              "ScreenH",
+                                              "ScreenW",
+                                              "Search",
+                                              "TouchOSCTypeStr",
+                                              "VornOSCEditor",
+                                              "VornOSCEditor_Initialize",
+                                              "clipboard",
+                                              "hAccel",
+                                              "hInstance",
+                                              "hMenu",
+                                              "inCommand",
+                                              "inName"};
+
+void* Module()
+{
+    static void* module = dlopen(VORNOSC_MODULE, RTLD_NOW | RTLD_LOCAL);
+    if (module == nullptr)
+        throw std::runtime_error(dlerror());
+    return module;
+}
+
+template <typename T>
+T Entry(const char* name)
+{
+    return reinterpret_cast<T>(dlsym(Module(), name));
+}
+
+// Made on first need, so that a test can run without one.
+void NeedApplication()
+{
+    static int argc = 1;
+    static char name[] = "module_tests";
+    static char* argv[] = {name, nullptr};
+    static QApplication* application = new QApplication(argc, argv);
+    (void)application;
+}
+
+std::set<std::string> DefinedDynamicNames(const char* library)
+{
+    std::set<std::string> names;
+    FILE* nm = popen((std::string("nm -D --defined-only ") + library).c_str(), "r");
+    char line[512];
+    while (nm != nullptr && std::fgets(line, sizeof line, nm) != nullptr) {
+        std::string text(line);
+        text.erase(text.find_last_not_of('\n') + 1);
+        const std::string name = text.substr(text.rfind(' ') + 1);
+        // The linker's own section markers are not the module's.
+        if (name != "__bss_start" && name != "_edata" && name != "_end")
+            names.insert(name);
+    }
+    if (nm != nullptr)
+        pclose(nm);
+    return names;
+}
+
+TEST(Module, ShowsExactlyItsEntriesAndTablesByPlainNames)
+{
+    EXPECT_EQ(DefinedDynamicNames(VORNOSC_MODULE), kExportedNames);
+    for (const std::string& name : kExportedNames)
+        EXPECT_NE(dlsym(Module(), name.c_str()), nullptr) << name;
+}
+
+TEST(Module, StartsOnceAndPublishesItsIdentifierKeysAndTables)
+{
+    const auto initialize = Entry<InitializeEntry>("VornOSCEditor_Initialize");
+    const std::intptr_t nib = initialize();
+    EXPECT_NE(nib, 0);
+    EXPECT_EQ(initialize(), nib);
+    EXPECT_EQ(*Entry<void**>("hInstance"), reinterpret_cast<void*>(nib));
+    EXPECT_EQ(Entry<GetIdEntry>("GETID")(), 17016u);
+    EXPECT_EQ(Entry<DllMainEntry>("DllMain")(nullptr, 2), 1);
+    EXPECT_EQ(*Entry<void**>("hInstance"), reinterpret_cast<void*>(nib)) << "reason 2 does nothing";
+
+    const auto* keys = Entry<const std::int32_t*>("AcceleratorsOSC");
+    EXPECT_EQ(*Entry<const std::int32_t**>("hAccel"), keys);
+    const std::int32_t expected[9][5] = {
+        {32785, 0x7E1E, 1, 0, 0}, {32786, 0x7D1F, 1, 0, 0}, {32783, 0x7B1C, 1, 0, 0},
+        {32784, 0x7C1D, 1, 0, 0}, {32789, 0x7E1E, 0, 0, 1}, {32790, 0x7D1F, 0, 0, 1},
+        {32787, 0x7B1C, 0, 0, 1}, {32788, 0x7C1D, 0, 0, 1}, {-1, -1, 0, 0, 0}};
+    for (int record = 0; record < 9; ++record) {
+        for (int word = 0; word < 5; ++word)
+            EXPECT_EQ(keys[record * 5 + word], expected[record][word]) << record << ',' << word;
+    }
+    EXPECT_STREQ(Entry<const char*>("EditorName"), "Vorn OSC Editor");
+    const auto* inited = Entry<const unsigned char*>("Inited");
+    EXPECT_EQ(std::count(inited, inited + 32, 0), 32);
+    EXPECT_NE(*Entry<void**>("ArialFont"), nullptr);
+}
+
+TEST(Module, OpensEditorsInTheHostsFramesAndWithoutAParentMakesNoWindowOrMenu)
+{
+    NeedApplication();
+    Entry<InitializeEntry>("VornOSCEditor_Initialize")();
+    const auto open = Entry<OpenEditorEntry>("VornOSCEditor");
+    auto** menu = Entry<QMenu**>("hMenu");
+
+    QObject* lone = ObjectOf(open(nullptr, nullptr));
+    ASSERT_NE(lone, nullptr);
+    EXPECT_EQ(*menu, nullptr);
+    delete lone;
+
+    TestHostWindow hostWindow;
+    hostWindow.resize(800, 600);
+    EXPECT_EQ(open(HandleOf(&hostWindow), "/no/such/layout.VornOsc"), nullptr);
+    QObject* editor = ObjectOf(open(HandleOf(&hostWindow), nullptr));
+    ASSERT_NE(editor, nullptr);
+    ASSERT_NE(hostWindow.frame, nullptr);
+    EXPECT_EQ(hostWindow.frame->editor, editor);
+    EXPECT_EQ(hostWindow.frame->title, "New - OSC Editor");
+    EXPECT_EQ(hostWindow.frame->geometry(), QRect(400, 0, 396, 450));
+    EXPECT_NE(*menu, nullptr);
+    EXPECT_EQ(hostWindow.lastRequest.words[kRequestMenuWord],
+              reinterpret_cast<std::intptr_t>(*menu));
+    EXPECT_EQ(hostWindow.frame->menuBar->actions().size(), 6);
+
+    // The host fills the module's clipboard with controls of its own records.
+    _OSCParms record{};
+    Entry<ExternalPasteEntry>("ExternalPasteToClipboard")({&record, nullptr});
+    const auto clipboard = Entry<const ControlList* (*)()>("GetControlClipboard");
+    EXPECT_EQ(clipboard()->size(), 1u);
+    Entry<ModuleEntry>("ClearClipboard")();
+    EXPECT_TRUE(clipboard()->empty());
+    delete hostWindow.frame;
+}
+
+TEST(ModuleDeathTest, WithoutAnApplicationNoEditorOpens)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        std::exit(Entry<OpenEditorEntry>("VornOSCEditor")(nullptr, nullptr) == nullptr ? 0 : 1),
+        ::testing::ExitedWithCode(0), "");
+}
+
+TEST(ModuleDeathTest, AMissingNibIsReportedAndTheModuleStartsWithoutMenusOrIcons)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto child = [] {
+        NeedApplication();
+        testing::internal::CaptureStdout();
+        Entry<MacInstanceInitializeEntry>("MacInstanceInitialize")("Missing");
+        std::fputs(testing::internal::GetCapturedStdout().c_str(), stderr);
+        TestHostWindow hostWindow;
+        Entry<OpenEditorEntry>("VornOSCEditor")(HandleOf(&hostWindow), nullptr);
+        const bool bare = hostWindow.frame != nullptr && hostWindow.frame->editor != nullptr &&
+                          hostWindow.lastRequest.words[kRequestMenuWord] == 0 &&
+                          hostWindow.frame->windowIcon().isNull();
+        std::exit(bare ? 0 : 1);
+    };
+    EXPECT_EXIT(child(), ::testing::ExitedWithCode(0),
+                "MacInstance: nib file not loaded = Missing\\.nib\n");
+}
+
+}  // namespace
