@@ -101,7 +101,7 @@ const std::map<std::string, Operation> kOperations{
 // listed (then No) and the host's size limit mode, and says what the screen,
 // the page, the controls under points, the clipboard, the pages and the
 // questions asked are afterwards.
-TEST(Editing, EachEditLeavesThePageTheClipboardAndThePagesAsTheCaseSays)
+TEST(Editing, EachEditLeavesTheProjectAndTheClipboardAsTheCaseSays)
 {
     for (const json& c : Cases(DATA_DIR "/editing.json", "edits")) {
         SCOPED_TRACE(c["what"].get<std::string>());
