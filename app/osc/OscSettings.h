@@ -1,0 +1,10 @@
+#pragma once
+
+#include "OscTarget.h"
+
+class QSettings;
+
+// The OSC target kept between runs, as "HOST:PORT" under "osc/target". A stored value that does
+// not read falls back to the default target.
+OscTarget LoadOscTarget(QSettings& settings);
+void SaveOscTarget(QSettings& settings, const OscTarget& target);
