@@ -1,7 +1,7 @@
 #include "CommandArguments.h"
 
-#include "document/IgnoringCase.h"
 #include "document/ControlTables.h"
+#include "document/IgnoringCase.h"
 
 #include <string_view>
 
@@ -61,6 +61,8 @@ bool CommandArguments::Parse(const std::vector<std::string>& args, std::string& 
             optionsEnded = true;
         } else if (arg == "--help" || arg == "-h") {
             help = true;
+        } else if (arg == "--version") {
+            version = true;
         } else if (auto value = OptionValue(args, i, "--device", missing)) {
             device = DeviceNamed(*value);
             if (missing || !device) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// The options a command takes besides --device and --help.
+// The options a command takes besides --device, --help and --version.
 enum PictureOptions : unsigned {
     kNoPictureOptions = 0,
     kRenderOptions = 1,  // --out, --page, --test-mode, --select
@@ -16,6 +16,7 @@ struct CommandArguments {
     std::vector<std::string> files;
     std::optional<std::uint8_t> device;  // --device
     bool help = false;                   // --help or -h, anywhere
+    bool version = false;                // --version, anywhere
     std::optional<std::string> out;      // --out FILE
     int page = 1;                        // --page N, counted from 1
     bool testMode = false;               // --test-mode

@@ -11,11 +11,16 @@ namespace {
 
 std::string Usage()
 {
-    return std::string("Usage: vornosc COMMAND [ARGUMENTS]\n\nCommands:\n  ") + kDumpSynopsis +
-           "\n      print a layout as JSON\n  " + kConvertSynopsis +
+    return std::string(
+               "Usage: vornosc COMMAND [ARGUMENTS]\n"
+               "       vornosc [--osc-target HOST:PORT] [LAYOUT...]\n\n"
+               "Without a command, opens the editor on the layouts given.\n\n"
+               "Commands:\n  ") +
+           kDumpSynopsis + "\n      print a layout as JSON\n  " + kConvertSynopsis +
            "\n      write a layout in another format\n  " + kRenderSynopsis +
            "\n      paint a page of a layout into a PNG picture\n\n"
-           "Run \"vornosc COMMAND --help\" for more on a command.\n";
+           "Run \"vornosc COMMAND --help\" for more on a command, \"vornosc --version\" for "
+           "the version.\n";
 }
 
 struct Command {
@@ -34,6 +39,21 @@ constexpr Command kCommands[] = {
 
 }  // namespace
 
+bool NamesACommand(const char* arg)
+{
+    const std::string name = arg;
+    for (const Command& command : kCommands) {
+        if (name == command.name)
+            return true;
+    }
+    return name == "--help" || name == "-h" || name == "--version";
+}
+
+std::string VersionLine()
+{
+    return std::string("vornosc ") + VORNOSC_VERSION + '\n';
+}
+
 int RunCommandLine(int argc, const char* const argv[])
 {
     const std::vector<std::string> args(argv + (argc > 0 ? 1 : 0), argv + argc);
@@ -41,7 +61,10 @@ int RunCommandLine(int argc, const char* const argv[])
         std::fputs(Usage().c_str(), stdout);
         return kExitSuccess;
     }
-    // Without a command there is nothing to do yet: the editor is not here.
+    if (!args.empty() && args[0] == "--version") {
+        std::fputs(VersionLine().c_str(), stdout);
+        return kExitSuccess;
+    }
     if (args.empty()) {
         std::fputs(Usage().c_str(), stderr);
         return kExitUsage;
@@ -53,8 +76,8 @@ int RunCommandLine(int argc, const char* const argv[])
         std::string error;
         if (!arguments.Parse({args.begin() + 1, args.end()}, error, command.options))
             return UsageError(command.name, error, command.synopsis);
-        if (arguments.help) {
-            std::fputs(command.help().c_str(), stdout);
+        if (arguments.help || arguments.version) {
+            std::fputs(arguments.help ? command.help().c_str() : VersionLine().c_str(), stdout);
             return kExitSuccess;
         }
         return command.run(arguments);

@@ -2,8 +2,8 @@
 
 #include "CommandLineHost.h"
 #include "HeadlessToolkit.h"
-#include "document/IgnoringCase.h"
 #include "LayoutJson.h"
+#include "document/IgnoringCase.h"
 #include "document/LayoutFile.h"
 #include "document/OSCProject.h"
 

@@ -1,7 +1,7 @@
 #include "LayoutJson.h"
 
-#include "document/IgnoringCase.h"
 #include "document/ControlTables.h"
+#include "document/IgnoringCase.h"
 #include "document/TextField.h"
 
 #include <cstdint>

@@ -1,11 +1,11 @@
 #include "RenderCommand.h"
 
 #include "CommandLineHost.h"
-#include "document/IgnoringCase.h"
 #include "LayoutCommands.h"
 #include "LayoutFormats.h"
 #include "LayoutLoading.h"
 #include "TemporaryOutput.h"
+#include "document/IgnoringCase.h"
 #include "document/OSCProject.h"
 #include "view/ArialFont.h"
 #include "view/TVornOSCView.h"

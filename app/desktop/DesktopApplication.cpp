@@ -1,0 +1,126 @@
+#include "DesktopApplication.h"
+
+#include "MainWindow.h"
+#include "ModuleLibrary.h"
+#include "app/CommandLine.h"
+#include "app/osc/OscSettings.h"
+#include "document/IgnoringCase.h"
+
+#include <QApplication>
+#include <QSettings>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kExitCannotStart = 1;
+constexpr int kExitUsage = 2;
+
+const char* const kDesktopHelp =
+    "Usage: vornosc [--osc-target HOST:PORT] [LAYOUT...]\n"
+    "Opens the editor on the given layouts, or on a new one.\n\n"
+    "  --osc-target HOST:PORT  where test mode sends its OSC messages\n"
+    "                          (default: the last one chosen, first 127.0.0.1:9000)\n"
+    "  --help                  show this help\n"
+    "  --version               show the version\n";
+
+bool HasDisplay()
+{
+    for (const char* variable : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"}) {
+        const char* value = std::getenv(variable);
+        if (value != nullptr && *value != '\0')
+            return true;
+    }
+    return false;
+}
+
+struct DesktopArguments {
+    std::vector<std::string> layouts;
+    std::string oscTarget;
+    bool help = false;
+    bool version = false;
+};
+
+bool ParseDesktopArguments(int argc, char* argv[], DesktopArguments& arguments, std::string& error)
+{
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (arg == "--help" || arg == "-h") {
+            arguments.help = true;
+        } else if (arg == "--version") {
+            arguments.version = true;
+        } else if (arg == "--osc-target") {
+            if (i + 1 == argc) {
+                error = "--osc-target needs HOST:PORT";
+                return false;
+            }
+            arguments.oscTarget = argv[++i];
+        } else if (arg.rfind("--", 0) == 0) {
+            error = "unknown option \"" + arg + "\"";
+            return false;
+        } else {
+            arguments.layouts.push_back(arg);
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+bool WantsDesktop(int argc, const char* const argv[])
+{
+    if (argc < 2)
+        return true;
+    const std::string first = argv[1];
+    // A mistyped command still gets the command line's answer.
+    return !NamesACommand(argv[1]) &&
+           (first == "--osc-target" || EndsWithIgnoringCase(first, ".vornosc") ||
+            std::filesystem::is_regular_file(first));
+}
+
+int RunDesktop(int argc, char* argv[])
+{
+    DesktopArguments arguments;
+    std::string error;
+    if (!ParseDesktopArguments(argc, argv, arguments, error)) {
+        std::fprintf(stderr, "vornosc: %s\n%s", error.c_str(), kDesktopHelp);
+        return kExitUsage;
+    }
+    if (arguments.help || arguments.version) {
+        std::fputs(arguments.help ? kDesktopHelp : VersionLine().c_str(), stdout);
+        return 0;
+    }
+    std::optional<OscTarget> target;
+    if (!arguments.oscTarget.empty() && !(target = ParseOscTarget(arguments.oscTarget, error))) {
+        std::fprintf(stderr, "vornosc: %s\n", error.c_str());
+        return kExitUsage;
+    }
+    if (!HasDisplay()) {
+        std::fputs(
+            "vornosc: there is no display to open the editor on (DISPLAY is not set); "
+            "\"vornosc render\" paints a layout's pages into PNG pictures instead\n",
+            stderr);
+        return kExitCannotStart;
+    }
+
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("vornosc"));
+    QApplication::setApplicationName(QStringLiteral("vornosc"));
+    QApplication::setApplicationVersion(QStringLiteral(VORNOSC_VERSION));
+    ModuleLibrary module;
+    if (!module.Load(ModuleLibrary::DefaultPath(), error)) {
+        std::fprintf(stderr, "vornosc: %s\n", error.c_str());
+        return kExitCannotStart;
+    }
+    QSettings settings;
+    MainWindow window(module, target ? *target : LoadOscTarget(settings));
+    window.show();
+    for (const std::string& layout : arguments.layouts)
+        window.OpenLayout(QString::fromStdString(layout));
+    return application.exec();
+}

@@ -1,0 +1,52 @@
+#include "EditorFrame.h"
+
+#include "host/Messages.h"
+#include "view/MessageEvent.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+
+EditorFrame::EditorFrame(QWidget* parent) : QMdiSubWindow(parent)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+QWidget* EditorFrame::Editor() const
+{
+    return widget();
+}
+
+std::intptr_t EditorFrame::Send(unsigned message, std::intptr_t wParam, std::intptr_t lParam) const
+{
+    if (widget() == nullptr)
+        return 0;
+    MessageEvent event(message, wParam, lParam, MessageEvent::kSent);
+    QCoreApplication::sendEvent(widget(), &event);
+    return event.result;
+}
+
+bool EditorFrame::event(QEvent* event)
+{
+    MessageEvent* message = MessageEvent::From(event);
+    if (message == nullptr)
+        return QMdiSubWindow::event(event);
+    if (message->Message() == WM_OSC_SETEDITOR)
+        setWidget(qobject_cast<QWidget*>(reinterpret_cast<QObject*>(message->lParam)));
+    else if (message->Message() == WM_OSC_SETTITLE)
+        setWindowTitle(QString::fromUtf8(reinterpret_cast<const char*>(message->lParam)));
+    // Message 204 comes from a module about to destroy a frame it could not
+    // use; the frame has nothing of its own to let go of.
+    return true;
+}
+
+void EditorFrame::closeEvent(QCloseEvent* event)
+{
+    if (Send(WM_OSC_CANCLOSE) != 0) {
+        // The user cancelled; the editor forgot its changes when asked, so
+        // they are marked again: nothing may pass for saved.
+        Send(WM_OSC_SETTITLE);
+        event->ignore();
+        return;
+    }
+    QMdiSubWindow::closeEvent(event);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QMdiSubWindow>
+
+#include <cstdint>
+
+// The frame of one editor in the main window: it takes the editor the module
+// hands it, shows its title, and closes only when the editor allows it.
+class EditorFrame : public QMdiSubWindow {
+    Q_OBJECT
+
+public:
+    explicit EditorFrame(QWidget* parent = nullptr);
+
+    QWidget* Editor() const;
+    // Delivers a message to the editor at once and returns its answer.
+    std::intptr_t Send(unsigned message, std::intptr_t wParam = 0, std::intptr_t lParam = 0) const;
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+};

@@ -1,0 +1,37 @@
+#include "ModuleLibrary.h"
+
+#include <QCoreApplication>
+
+#include <dlfcn.h>
+
+std::string ModuleLibrary::DefaultPath()
+{
+    return (QCoreApplication::applicationDirPath() + QLatin1Char('/') +
+            QLatin1String(editor_module::kLibraryName))
+        .toStdString();
+}
+
+bool ModuleLibrary::Load(const std::string& path, std::string& error)
+{
+    void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr) {
+        error = std::string("the editor module could not be loaded (") + dlerror() +
+                "); build it with \"make\" or put " + editor_module::kLibraryName +
+                " beside vornosc";
+        return false;
+    }
+    const auto entry = [library](const char* name) { return dlsym(library, name); };
+    const auto initialize =
+        reinterpret_cast<editor_module::InitializeEntry>(entry("VornOSCEditor_Initialize"));
+    openEditor = reinterpret_cast<editor_module::OpenEditorEntry>(entry("VornOSCEditor"));
+    externalPaste =
+        reinterpret_cast<editor_module::ExternalPasteEntry>(entry("ExternalPasteToClipboard"));
+    menu = static_cast<QMenu**>(entry("hMenu"));
+    if (initialize == nullptr || openEditor == nullptr || externalPaste == nullptr ||
+        menu == nullptr) {
+        error = path + " is not the editor module: its entries are missing";
+        return false;
+    }
+    initialize();
+    return true;
+}
