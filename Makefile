@@ -18,7 +18,7 @@ build: configure
 	cmake --build --preset default
 
 run: build
-	scripts/render-pages $(VORNOSC) $(EXAMPLE) $(PREVIEW)
+	scripts/run-editor $(VORNOSC) $(EXAMPLE) $(PREVIEW)
 
 test: build
 	ctest --preset default

@@ -67,6 +67,8 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     dock->setObjectName(QStringLiteral("oscMonitor"));
     dock->setWidget(monitor_);
     addDockWidget(Qt::BottomDockWidgetArea, dock);
+    // The editors keep most of the height; the monitor shows a few lines.
+    resizeDocks({dock}, {150}, Qt::Vertical);
     statusBar()->showMessage(QStringLiteral("Ready"));
     BuildMenus();
     qApp->installEventFilter(this);
