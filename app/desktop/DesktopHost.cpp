@@ -1,18 +1,25 @@
 #include "DesktopHost.h"
 
+#include "editor/CommandIds.h"
+#include "host/Messages.h"
+#include "view/MessageEvent.h"
 #include "view/QtWindowHandle.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QStandardPaths>
 
 #include <cstdio>
+#include <string_view>
 
 namespace {
 
 // The host of the main window, which every editor shares.
 DesktopHost* windowHost = nullptr;
+
+constexpr std::string_view kNeverSaved = "New";
 
 constexpr int kAnswerCancel = 2;
 constexpr int kAnswerDiscard = 3;
@@ -35,6 +42,7 @@ DesktopHost::~DesktopHost()
 
 void DesktopHost::ShowError(const char* text)
 {
+    ++errorsShown_;
     std::fprintf(stderr, "vornosc: %s\n", text);
     QMessageBox::warning(window_, QStringLiteral("OSC Editor"), QString::fromUtf8(text));
 }
@@ -46,7 +54,7 @@ std::string DesktopHost::GetDataFolder()
     return folder.toStdString();
 }
 
-int DesktopHost::AskSaveChanges(void*, const char* path)
+int DesktopHost::AskSaveChanges(void* editor, const char* path)
 {
     const QString name = QFileInfo(QString::fromUtf8(path)).fileName();
     QMessageBox box(QMessageBox::Question, QStringLiteral("OSC Editor"),
@@ -55,6 +63,14 @@ int DesktopHost::AskSaveChanges(void*, const char* path)
     box.setDefaultButton(QMessageBox::Save);
     switch (box.exec()) {
         case QMessageBox::Save:
+            // The editor would write a layout never saved to a file named New
+            // in whatever folder is current: it gets a name of the user's first.
+            if (std::string_view(path) == kNeverSaved) {
+                MessageEvent saveAs(WM_COMMAND, ID_FILE_SAVE_AS, 0, MessageEvent::kSent);
+                QCoreApplication::sendEvent(ObjectOf(editor), &saveAs);
+                if (std::string_view(path) == kNeverSaved)
+                    return kAnswerCancel;
+            }
             return kAnswerSave;
         case QMessageBox::Discard:
             return kAnswerDiscard;

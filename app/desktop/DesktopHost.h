@@ -16,10 +16,15 @@ public:
     void ShowError(const char* text) override;
     int GetSizeLimitMode(int) override { return 0; }
     std::string GetDataFolder() override;
-    // Save, Don't Save or Cancel: 4, 3 or 2.
+    // Save, Don't Save or Cancel: 4, 3 or 2. Saving a layout that was never
+    // saved runs the editor's Save As first, and cancelling it cancels.
     int AskSaveChanges(void* editor, const char* path) override;
     int QueryTitle(int) override { return 0; }
 
+    // How many errors have been shown so far: a save that fails shows one.
+    int ErrorsShown() const { return errorsShown_; }
+
 private:
+    int errorsShown_ = 0;
     QWidget* window_;
 };

@@ -4,7 +4,7 @@
 #include "host/Messages.h"
 #include "view/MessageEvent.h"
 
-EditorArea::EditorArea(QWidget* parent) : QMdiArea(parent) {}
+EditorArea::EditorArea(const DesktopHost& host, QWidget* parent) : QMdiArea(parent), host_(host) {}
 
 bool EditorArea::event(QEvent* event)
 {
@@ -22,7 +22,7 @@ bool EditorArea::event(QEvent* event)
         if (onModuleMenu)
             onModuleMenu(menu);
     }
-    auto* frame = new EditorFrame;
+    auto* frame = new EditorFrame(host_);
     addSubWindow(frame);
     message->result = reinterpret_cast<std::intptr_t>(static_cast<QObject*>(frame));
     return true;

@@ -4,13 +4,14 @@
 
 #include <functional>
 
+class DesktopHost;
 class QMenu;
 
 // The main window's client area, parent of the editors' frames. It makes a
 // frame whenever the module asks for one to open an editor in.
 class EditorArea : public QMdiArea {
 public:
-    explicit EditorArea(QWidget* parent = nullptr);
+    EditorArea(const DesktopHost& host, QWidget* parent);
 
     // Told of the module's menu when the first frame is asked for with it.
     std::function<void(QMenu*)> onModuleMenu;
@@ -19,5 +20,6 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    const DesktopHost& host_;
     QMenu* moduleMenu_ = nullptr;
 };

@@ -1,12 +1,14 @@
 #include "EditorFrame.h"
 
+#include "DesktopHost.h"
 #include "host/Messages.h"
 #include "view/MessageEvent.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 
-EditorFrame::EditorFrame(QWidget* parent) : QMdiSubWindow(parent)
+EditorFrame::EditorFrame(const DesktopHost& host, QWidget* parent)
+    : QMdiSubWindow(parent), host_(host)
 {
     setAttribute(Qt::WA_DeleteOnClose);
 }
@@ -41,12 +43,19 @@ bool EditorFrame::event(QEvent* event)
 
 void EditorFrame::closeEvent(QCloseEvent* event)
 {
-    if (Send(WM_OSC_CANCLOSE) != 0) {
-        // The user cancelled; the editor forgot its changes when asked, so
-        // they are marked again: nothing may pass for saved.
-        Send(WM_OSC_SETTITLE);
-        event->ignore();
-        return;
+    for (;;) {
+        const int errorsBefore = host_.ErrorsShown();
+        if (Send(WM_OSC_CANCLOSE) != 0) {
+            // The user cancelled; the editor forgot its changes when asked, so
+            // they are marked again: nothing may pass for saved.
+            Send(WM_OSC_SETTITLE);
+            event->ignore();
+            return;
+        }
+        // The editor lets go even when its save failed; the failure was shown,
+        // and the question comes back until the layout is saved or given up.
+        if (host_.ErrorsShown() == errorsBefore)
+            break;
     }
     QMdiSubWindow::closeEvent(event);
 }

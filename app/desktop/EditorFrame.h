@@ -4,13 +4,16 @@
 
 #include <cstdint>
 
+class DesktopHost;
+
 // The frame of one editor in the main window: it takes the editor the module
-// hands it, shows its title, and closes only when the editor allows it.
+// hands it, shows its title, and closes only when the editor allows it and
+// its layout is saved or given up by the user.
 class EditorFrame : public QMdiSubWindow {
     Q_OBJECT
 
 public:
-    explicit EditorFrame(QWidget* parent = nullptr);
+    explicit EditorFrame(const DesktopHost& host, QWidget* parent = nullptr);
 
     QWidget* Editor() const;
     // Delivers a message to the editor at once and returns its answer.
@@ -19,4 +22,7 @@ public:
 protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+
+private:
+    const DesktopHost& host_;
 };

@@ -56,7 +56,7 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     : module_(module),
       host_(this),
       sender_(target),
-      area_(new EditorArea(this)),
+      area_(new EditorArea(host_, this)),
       monitor_(new OscMonitor)
 {
     setWindowTitle(QStringLiteral("vornosc"));

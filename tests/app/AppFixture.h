@@ -27,8 +27,10 @@ protected:
     TVornOSCEditor& Editor() const;
     // Runs the module's menu item of command id as a user picking it would.
     void PickModuleCommand(int id);
-    // Presses the button in the message boxes that open next, one per answer.
+    // Presses the button in the message boxes that open next, one per answer;
+    // unanswered counts those still waiting for their box.
     void Answer(std::vector<QMessageBox::StandardButton> answers);
+    std::shared_ptr<int> unanswered = std::make_shared<int>(0);
     static std::string Contents(const std::string& path);
 
     TempFolder folder;
