@@ -3,6 +3,7 @@
 #include "ControlRecords.h"
 #include "EditorArea.h"
 #include "EditorFrame.h"
+#include "LayoutCheck.h"
 #include "ModuleLibrary.h"
 #include "app/osc/OscAddress.h"
 #include "app/osc/OscMonitor.h"
@@ -187,9 +188,12 @@ void MainWindow::RunModuleCommand(QAction* action)
 bool MainWindow::OpenLayout(const QString& path)
 {
     const QByteArray bytes = path.toUtf8();
-    if (module_.openEditor(HandleOf(area_), bytes.constData()) == nullptr) {
+    std::optional<std::string> fault = WhyNotALayout(bytes.toStdString());
+    if (!fault && module_.openEditor(HandleOf(area_), bytes.constData()) == nullptr)
+        fault = "the editor refused it";
+    if (fault) {
         const std::string message =
-            "\u201c" + path.toStdString() + "\u201d could not be opened: there is no such file.";
+            "\u201c" + bytes.toStdString() + "\u201d could not be opened: " + *fault + '.';
         host_.ShowError(message.c_str());
         return false;
     }
@@ -269,11 +273,27 @@ void MainWindow::RememberRecent(const QString& path)
     QSettings().setValue(kRecentFilesKey, recent.mid(0, kMostRecentFiles));
 }
 
+void MainWindow::OpenRecent(const QString& path)
+{
+    if (QFileInfo::exists(path)) {
+        OpenLayout(path);
+        return;
+    }
+    const auto answer = QMessageBox::question(
+        this, QStringLiteral("OSC Editor"),
+        QStringLiteral("\u201c%1\u201d is no longer there. Remove it from Open Recent?").arg(path));
+    if (answer != QMessageBox::Yes)
+        return;
+    QStringList recent = RecentFiles();
+    recent.removeAll(path);
+    QSettings().setValue(kRecentFilesKey, recent);
+}
+
 void MainWindow::FillRecentMenu()
 {
     recentMenu_->clear();
     for (const QString& path : RecentFiles())
-        recentMenu_->addAction(path, this, [this, path] { OpenLayout(path); });
+        recentMenu_->addAction(path, this, [this, path] { OpenRecent(path); });
     recentMenu_->setEnabled(!recentMenu_->isEmpty());
 }
 

@@ -55,6 +55,8 @@ private:
     void PasteRecords(const std::vector<const _OSCParms*>& records);
     void RememberRecent(const QString& path);
     void FillRecentMenu();
+    // Opens a recent layout, or offers to forget one that is gone.
+    void OpenRecent(const QString& path);
     void OpenWithDialog();
     void ChooseOscTarget();
     void SendTestValue(std::int32_t value, const std::vector<std::string>& components);

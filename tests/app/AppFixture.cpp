@@ -91,17 +91,19 @@ void AppTest::Answer(std::vector<QMessageBox::StandardButton> answers)
     // Polled, since each box opens only after the previous answer is handled.
     *unanswered += static_cast<int>(answers.size());
     auto* timer = new QTimer(window.get());
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, answers, left = unanswered]() mutable {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (box == nullptr || !box->isVisible())
-            return;
-        const QMessageBox::StandardButton answer = answers.front();
-        answers.erase(answers.begin());
-        --*left;
-        if (answers.empty())
-            timer->deleteLater();
-        box->button(answer)->click();
-    });
+    QObject::connect(timer, &QTimer::timeout, timer,
+                     [timer, answers, left = unanswered, texts = answeredTexts]() mutable {
+                         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+                         if (box == nullptr || !box->isVisible())
+                             return;
+                         const QMessageBox::StandardButton answer = answers.front();
+                         answers.erase(answers.begin());
+                         --*left;
+                         texts->append(box->text());
+                         if (answers.empty())
+                             timer->deleteLater();
+                         box->button(answer)->click();
+                     });
     timer->start(10);
 }
 

@@ -31,6 +31,7 @@ protected:
     // unanswered counts those still waiting for their box.
     void Answer(std::vector<QMessageBox::StandardButton> answers);
     std::shared_ptr<int> unanswered = std::make_shared<int>(0);
+    std::shared_ptr<QStringList> answeredTexts = std::make_shared<QStringList>();
     static std::string Contents(const std::string& path);
 
     TempFolder folder;
