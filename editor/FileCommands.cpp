@@ -7,6 +7,7 @@
 #include "host/VornBasics.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QSaveFile>
 
@@ -57,6 +58,17 @@ void TVornOSCEditor::OnFileSave()
                                 ". Your changes are still here; save them with Save As in "
                                 "another folder.";
     host->ShowError(message.c_str());
+}
+
+bool TVornOSCEditor::WriteCopy(const char* path)
+{
+    if (path == nullptr)
+        return false;
+    const std::string bytes = WriteLayoutFile(project, host);
+    QFile file(QString::fromUtf8(path));
+    return file.open(QIODevice::WriteOnly) &&
+           file.write(bytes.data(), static_cast<qint64>(bytes.size())) ==
+               static_cast<qint64>(bytes.size());
 }
 
 bool TVornOSCEditor::RunSaveDialog(QFileDialog& dialog, std::string& chosen)

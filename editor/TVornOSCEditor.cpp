@@ -293,6 +293,10 @@ std::intptr_t TVornOSCEditor::OnHostRequest(std::intptr_t* words)
             CopyToBuffer(words[kRequestNameWord], split.name);
             return 0;
         }
+        case kRequestIsModified:
+            return modified;
+        case kRequestWriteCopy:
+            return WriteCopy(reinterpret_cast<const char*>(words[kRequestCopyPathWord])) ? 1 : 0;
         case kRequestSave:
             // Saves even a layout never saved, under the name New.
             if (layoutPath[0] != '\0')

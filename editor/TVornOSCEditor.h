@@ -118,6 +118,8 @@ protected:
 
 private:
     std::intptr_t OnHostRequest(std::intptr_t* words);
+    // Writes the layout to path as it stands, for a host's recovery copy.
+    bool WriteCopy(const char* path);
     void SetColorOfSelection(int color);
     void MarkChangedAndRepaint();
     // A save dialog set up as the file commands want; true with the chosen

@@ -31,11 +31,19 @@ enum HostRequestCode : std::intptr_t {
     kRequestSplitPath = 44,
     kRequestSave = 70,
     kRequestOpenEditor = 80,  // 'P'
+    // For a host that keeps recovery copies: whether the layout has unsaved
+    // changes (answers 1 or 0), and a copy of the layout written to the path
+    // in word 8 without touching the layout's own file, name or changed state
+    // (answers 1 when written).
+    kRequestWriteCopy = 67,   // 'C'
+    kRequestIsModified = 77,  // 'M'
 };
 
 // Words of the editor-open request: the menu and the accelerator table.
 constexpr int kRequestMenuWord = 8;
 constexpr int kRequestAcceleratorsWord = 9;
+// Word of the copy request: the path to write to.
+constexpr int kRequestCopyPathWord = 8;
 // Words of the path request: the folder and name buffers, 256 bytes each.
 constexpr int kRequestFolderWord = 8;
 constexpr int kRequestNameWord = 9;

@@ -22,10 +22,12 @@ constexpr int kExitCannotStart = 1;
 constexpr int kExitUsage = 2;
 
 const char* const kDesktopHelp =
-    "Usage: vornosc [--osc-target HOST:PORT] [LAYOUT...]\n"
+    "Usage: vornosc [--osc-target HOST:PORT] [--insert PARAMETERS.json] [LAYOUT...]\n"
     "Opens the editor on the given layouts, or on a new one.\n\n"
     "  --osc-target HOST:PORT  where test mode sends its OSC messages\n"
     "                          (default: the last one chosen, first 127.0.0.1:9000)\n"
+    "  --insert PARAMETERS.json  puts the controls of a host's parameter list on the\n"
+    "                          last layout, as Insert > Parameters from file does\n"
     "  --help                  show this help\n"
     "  --version               show the version\n";
 
@@ -42,6 +44,7 @@ bool HasDisplay()
 struct DesktopArguments {
     std::vector<std::string> layouts;
     std::string oscTarget;
+    std::string insert;
     bool help = false;
     bool version = false;
 };
@@ -54,12 +57,13 @@ bool ParseDesktopArguments(int argc, char* argv[], DesktopArguments& arguments, 
             arguments.help = true;
         } else if (arg == "--version") {
             arguments.version = true;
-        } else if (arg == "--osc-target") {
+        } else if (arg == "--osc-target" || arg == "--insert") {
             if (i + 1 == argc) {
-                error = "--osc-target needs HOST:PORT";
+                error = arg == "--insert" ? "--insert needs a parameter file"
+                                          : "--osc-target needs HOST:PORT";
                 return false;
             }
-            arguments.oscTarget = argv[++i];
+            (arg == "--insert" ? arguments.insert : arguments.oscTarget) = argv[++i];
         } else if (arg.rfind("--", 0) == 0) {
             error = "unknown option \"" + arg + "\"";
             return false;
@@ -79,8 +83,8 @@ bool WantsDesktop(int argc, const char* const argv[])
     const std::string first = argv[1];
     // A mistyped command still gets the command line's answer.
     return !NamesACommand(argv[1]) &&
-           (first == "--osc-target" || EndsWithIgnoringCase(first, ".vornosc") ||
-            std::filesystem::is_regular_file(first));
+           (first == "--osc-target" || first == "--insert" ||
+            EndsWithIgnoringCase(first, ".vornosc") || std::filesystem::is_regular_file(first));
 }
 
 int RunDesktop(int argc, char* argv[])
@@ -120,7 +124,12 @@ int RunDesktop(int argc, char* argv[])
     QSettings settings;
     MainWindow window(module, target ? *target : LoadOscTarget(settings));
     window.show();
+    window.OfferRecovery();
     for (const std::string& layout : arguments.layouts)
         window.OpenLayout(QString::fromStdString(layout));
+    if (arguments.layouts.empty() && !arguments.insert.empty())
+        window.NewLayout();
+    if (!arguments.insert.empty())
+        window.InsertParametersFrom(QString::fromStdString(arguments.insert));
     return application.exec();
 }

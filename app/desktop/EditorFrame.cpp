@@ -10,6 +10,8 @@
 EditorFrame::EditorFrame(const DesktopHost& host, QWidget* parent)
     : QMdiSubWindow(parent), host_(host)
 {
+    static int framesMade = 0;
+    recoveryName_ = QStringLiteral("layout-%1").arg(++framesMade);
     setAttribute(Qt::WA_DeleteOnClose);
 }
 

@@ -16,6 +16,8 @@ public:
     explicit EditorFrame(const DesktopHost& host, QWidget* parent = nullptr);
 
     QWidget* Editor() const;
+    // A name of this frame's own, for its recovery copy.
+    const QString& RecoveryName() const { return recoveryName_; }
     // Delivers a message to the editor at once and returns its answer.
     std::intptr_t Send(unsigned message, std::intptr_t wParam = 0, std::intptr_t lParam = 0) const;
 
@@ -25,4 +27,5 @@ protected:
 
 private:
     const DesktopHost& host_;
+    QString recoveryName_;
 };

@@ -15,21 +15,27 @@
 #include "view/MessageEvent.h"
 #include "view/QtWindowHandle.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLocale>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSettings>
 #include <QStatusBar>
 #include <QTime>
+#include <QTimer>
+
+#include <chrono>
 
 namespace {
 
 constexpr int kMostRecentFiles = 8;
+constexpr std::chrono::milliseconds kRecoveryInterval{3000};
 const QString kRecentFilesKey = QStringLiteral("recentFiles");
 const QString kGeometryKey = QStringLiteral("mainWindow/geometry");
 
@@ -56,6 +62,7 @@ std::string PathOf(const EditorFrame& frame)
 MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     : module_(module),
       host_(this),
+      recovery_(QString::fromStdString(host_.GetDataFolder()) + QStringLiteral("/recovery")),
       sender_(target),
       area_(new EditorArea(host_, this)),
       monitor_(new OscMonitor)
@@ -73,6 +80,9 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     statusBar()->showMessage(QStringLiteral("Ready"));
     BuildMenus();
     qApp->installEventFilter(this);
+    auto* recoveryTimer = new QTimer(this);
+    connect(recoveryTimer, &QTimer::timeout, this, &MainWindow::KeepRecoveryCopies);
+    recoveryTimer->start(kRecoveryInterval);
     resize(1280, 900);
     restoreGeometry(QSettings().value(kGeometryKey).toByteArray());
 }
@@ -258,6 +268,37 @@ void MainWindow::InsertParametersFrom(const QString& path)
     for (const _OSCParms& record : *records)
         pointers.push_back(&record);
     PasteRecords(pointers);
+}
+
+void MainWindow::KeepRecoveryCopies()
+{
+    recovery_.Update(Frames());
+}
+
+void MainWindow::OfferRecovery()
+{
+    const QList<RecoveryKeeper::Leftover> leftovers = recovery_.Leftovers();
+    if (leftovers.isEmpty())
+        return;
+    QString list;
+    for (const RecoveryKeeper::Leftover& leftover : leftovers)
+        list += QStringLiteral("\n%1, changed %2")
+                    .arg(leftover.originalPath,
+                         QLocale().toString(leftover.written, QLocale::ShortFormat));
+    QMessageBox box(QMessageBox::Question, QStringLiteral("OSC Editor"),
+                    QStringLiteral("vornosc stopped before these layouts were saved:\n%1\n\n"
+                                   "Reopen them? Each opens as a copy in the folder "
+                                   "\u201cRecovered\u201d; save it where it belongs.")
+                        .arg(list),
+                    QMessageBox::Open | QMessageBox::Discard, this);
+    box.button(QMessageBox::Open)->setText(QStringLiteral("Reopen"));
+    const bool reopen = box.exec() == QMessageBox::Open;
+    for (const RecoveryKeeper::Leftover& leftover : leftovers) {
+        if (reopen)
+            OpenLayout(recovery_.Recover(leftover));
+        else
+            recovery_.Discard(leftover);
+    }
 }
 
 QStringList MainWindow::RecentFiles() const

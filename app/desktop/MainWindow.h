@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DesktopHost.h"
+#include "RecoveryKeeper.h"
 #include "app/osc/OscSender.h"
 #include "host/OSCParms.h"
 
@@ -38,6 +39,11 @@ public:
     // The same for a JSON file of parameter records; a bad file inserts nothing.
     void InsertParametersFrom(const QString& path);
     QStringList RecentFiles() const;
+    // Offers the recovery copies a run that ended without quitting left
+    // behind, in one question: reopened, or discarded.
+    void OfferRecovery();
+    // Brings the recovery copies up to date; a timer does it every few seconds.
+    void KeepRecoveryCopies();
     OscMonitor& Monitor() const { return *monitor_; }
     OscSender& Sender() { return sender_; }
 
@@ -63,6 +69,7 @@ private:
 
     ModuleLibrary& module_;
     DesktopHost host_;
+    RecoveryKeeper recovery_;
     OscSender sender_;
     EditorArea* area_;
     OscMonitor* monitor_;

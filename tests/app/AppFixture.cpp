@@ -107,7 +107,7 @@ void AppTest::Answer(std::vector<QMessageBox::StandardButton> answers)
     timer->start(10);
 }
 
-std::string AppTest::Contents(const std::string& path)
+std::string Contents(const std::string& path)
 {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};

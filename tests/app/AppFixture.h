@@ -14,6 +14,9 @@
 #include <memory>
 #include <string>
 
+// The bytes of the file at path; empty when there is none.
+std::string Contents(const std::string& path);
+
 // The application's main window with the built module loaded, sending test
 // values to a receiver of the test's own, with settings and data kept apart.
 class AppTest : public ::testing::Test {
@@ -32,7 +35,6 @@ protected:
     void Answer(std::vector<QMessageBox::StandardButton> answers);
     std::shared_ptr<int> unanswered = std::make_shared<int>(0);
     std::shared_ptr<QStringList> answeredTexts = std::make_shared<QStringList>();
-    static std::string Contents(const std::string& path);
 
     TempFolder folder;
     OscReceiver receiver;

@@ -19,7 +19,7 @@ TEST(Start, TheApplicationAnswersHelpVersionAndBadOptionsAndSaysWhenThereIsNoDis
         {{QStringLiteral("--help")},
          true,
          0,
-         "       vornosc [--osc-target HOST:PORT] [LAYOUT...]"},
+         "       vornosc [--osc-target HOST:PORT] [--insert PARAMETERS.json] [LAYOUT...]"},
         {{QStringLiteral("--osc-target"), QStringLiteral("nowhere")},
          true,
          2,

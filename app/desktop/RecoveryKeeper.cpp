@@ -1,0 +1,142 @@
+#include "RecoveryKeeper.h"
+
+#include "EditorFrame.h"
+#include "host/Messages.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <cerrno>
+#include <csignal>
+
+namespace {
+
+// Beside each copy, a note of the layout's path: "<copy>.path".
+const QString kNoteSuffix = QStringLiteral(".path");
+const QString kCopySuffix = QStringLiteral(".VornOsc");
+
+QString OriginalPathOf(const EditorFrame& frame)
+{
+    char folder[256] = "";
+    char name[256] = "";
+    HostRequest request;
+    request.words[0] = kRequestSplitPath;
+    request.words[kRequestFolderWord] = reinterpret_cast<std::intptr_t>(folder);
+    request.words[kRequestNameWord] = reinterpret_cast<std::intptr_t>(name);
+    frame.Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request));
+    const QString file = QString::fromUtf8(name);
+    return *folder == '\0' ? file : QString::fromUtf8(folder) + QLatin1Char('/') + file;
+}
+
+void RemoveCopy(const QString& copy)
+{
+    QFile::remove(copy);
+    QFile::remove(copy + kNoteSuffix);
+}
+
+}  // namespace
+
+RecoveryKeeper::RecoveryKeeper(const QString& root)
+    : root_(root),
+      folder_(root + QLatin1Char('/') + QString::number(QCoreApplication::applicationPid()))
+{
+}
+
+RecoveryKeeper::~RecoveryKeeper()
+{
+    QDir(folder_).removeRecursively();
+}
+
+QString RecoveryKeeper::CopyPath(const EditorFrame& frame) const
+{
+    return folder_ + QLatin1Char('/') + frame.RecoveryName() + kCopySuffix;
+}
+
+void RecoveryKeeper::Update(const QList<EditorFrame*>& frames)
+{
+    // Copies of frames that closed go first.
+    QStringList open;
+    for (const EditorFrame* frame : frames)
+        open.append(CopyPath(*frame));
+    for (const QFileInfo& copy :
+         QDir(folder_).entryInfoList({QStringLiteral("*") + kCopySuffix}, QDir::Files)) {
+        if (!open.contains(copy.filePath()))
+            RemoveCopy(copy.filePath());
+    }
+    for (const EditorFrame* frame : frames) {
+        const QString copy = CopyPath(*frame);
+        HostRequest request;
+        request.words[0] = kRequestIsModified;
+        if (frame->Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request)) == 0) {
+            RemoveCopy(copy);
+            continue;
+        }
+        QDir().mkpath(folder_);
+        // The editor writes a temporary file that replaces the copy only when
+        // complete, so a crash while writing leaves the previous copy.
+        const QString temporary = copy + QStringLiteral(".part");
+        const QByteArray temporaryBytes = temporary.toUtf8();
+        request.words[0] = kRequestWriteCopy;
+        request.words[kRequestCopyPathWord] =
+            reinterpret_cast<std::intptr_t>(temporaryBytes.constData());
+        if (frame->Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request)) == 0) {
+            QFile::remove(temporary);
+            continue;
+        }
+        QSaveFile note(copy + kNoteSuffix);
+        if (note.open(QIODevice::WriteOnly)) {
+            note.write(OriginalPathOf(*frame).toUtf8());
+            note.commit();
+        }
+        QFile::remove(copy);
+        QFile::rename(temporary, copy);
+    }
+}
+
+QList<RecoveryKeeper::Leftover> RecoveryKeeper::Leftovers() const
+{
+    QList<Leftover> leftovers;
+    for (const QFileInfo& run : QDir(root_).entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        bool numbered = false;
+        const qint64 pid = run.fileName().toLongLong(&numbered);
+        // A run still going keeps its copies; so does this one.
+        if (!numbered || pid == QCoreApplication::applicationPid() ||
+            (::kill(static_cast<pid_t>(pid), 0) == 0 || errno != ESRCH))
+            continue;
+        const QDir folder(run.filePath());
+        for (const QFileInfo& copy :
+             folder.entryInfoList({QStringLiteral("*") + kCopySuffix}, QDir::Files, QDir::Time)) {
+            QFile note(copy.filePath() + kNoteSuffix);
+            const QString original = note.open(QIODevice::ReadOnly)
+                                         ? QString::fromUtf8(note.readAll())
+                                         : QStringLiteral("New");
+            leftovers.append({copy.filePath(), original, copy.lastModified()});
+        }
+    }
+    return leftovers;
+}
+
+QString RecoveryKeeper::Recover(const Leftover& leftover) const
+{
+    const QString recovered = QFileInfo(root_).dir().filePath(QStringLiteral("Recovered"));
+    QDir().mkpath(recovered);
+    const QString name =
+        QStringLiteral("%1 (recovered %2)%3")
+            .arg(QFileInfo(leftover.originalPath).completeBaseName(),
+                 leftover.written.toString(QStringLiteral("yyyy-MM-dd hh.mm.ss")), kCopySuffix);
+    const QString target = recovered + QLatin1Char('/') + name;
+    QFile::remove(target);
+    QFile::rename(leftover.copy, target);
+    Discard(leftover);
+    return target;
+}
+
+void RecoveryKeeper::Discard(const Leftover& leftover) const
+{
+    RemoveCopy(leftover.copy);
+    // The run's folder goes with its last copy.
+    QDir().rmdir(QFileInfo(leftover.copy).path());
+}
