@@ -338,8 +338,9 @@ bool ReadLayoutJson(std::string_view text, OSCProject& project, std::string& err
     Json root;
     try {
         root = Json::parse(text);
-    } catch (const Json::parse_error& e) {
-        // Drop the library's "[json.exception.parse_error.101] " prefix.
+    } catch (const Json::exception& e) {
+        // A syntax error or a number too large for any type. Drop the library's
+        // "[json.exception.parse_error.101] " prefix.
         const std::string what = e.what();
         const std::size_t end = what.find("] ");
         error = end == std::string::npos ? what : what.substr(end + 2);
