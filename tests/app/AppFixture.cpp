@@ -91,6 +91,7 @@ void AppTest::Answer(std::vector<QMessageBox::StandardButton> answers)
     // Polled, since each box opens only after the previous answer is handled.
     *unanswered += static_cast<int>(answers.size());
     auto* timer = new QTimer(window.get());
+    timer->setObjectName(QStringLiteral("answer"));
     QObject::connect(timer, &QTimer::timeout, timer,
                      [timer, answers, left = unanswered, texts = answeredTexts]() mutable {
                          auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -105,6 +106,12 @@ void AppTest::Answer(std::vector<QMessageBox::StandardButton> answers)
                          box->button(answer)->click();
                      });
     timer->start(10);
+}
+
+void AppTest::CancelAnswers()
+{
+    qDeleteAll(window->findChildren<QTimer*>(QStringLiteral("answer")));
+    *unanswered = 0;
 }
 
 std::string Contents(const std::string& path)

@@ -33,6 +33,8 @@ protected:
     // Presses the button in the message boxes that open next, one per answer;
     // unanswered counts those still waiting for their box.
     void Answer(std::vector<QMessageBox::StandardButton> answers);
+    // Drops the answers whose boxes never came.
+    void CancelAnswers();
     std::shared_ptr<int> unanswered = std::make_shared<int>(0);
     std::shared_ptr<QStringList> answeredTexts = std::make_shared<QStringList>();
 
