@@ -1,7 +1,12 @@
 #include "AppFixture.h"
 
+#include "document/LayoutFile.h"
+#include "host/Messages.h"
+#include "tests/support/FakeHost.h"
+
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFileDialog>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
@@ -55,10 +60,8 @@ AppTest::AppTest()
 AppTest::~AppTest()
 {
     // Whatever is still open goes without questions.
-    for (EditorFrame* frame : window->Frames()) {
-        static_cast<TVornOSCEditor*>(frame->Editor())->modified = 0;
-        delete frame;
-    }
+    // Deleted, not closed: nothing is asked.
+    qDeleteAll(window->Frames());
 }
 
 std::string AppTest::CopyOfExample(const std::string& name)
@@ -68,12 +71,77 @@ std::string AppTest::CopyOfExample(const std::string& name)
     return path;
 }
 
-TVornOSCEditor& AppTest::Editor() const
+EditorFrame& AppTest::Frame() const
 {
     EditorFrame* frame = window->ActiveFrame();
     if (frame == nullptr)
         throw std::runtime_error("no editor is open");
-    return *static_cast<TVornOSCEditor*>(frame->Editor());
+    return *frame;
+}
+
+QWidget& AppTest::Canvas() const
+{
+    for (QWidget* child : Frame().Editor()->findChildren<QWidget*>()) {
+        if (QLatin1String(child->metaObject()->className()) == QLatin1String("TVornOSCView"))
+            return *child;
+    }
+    throw std::runtime_error("the editor has no canvas");
+}
+
+std::intptr_t AppTest::Ask(HostRequest& request) const
+{
+    return Frame().Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request));
+}
+
+bool AppTest::Modified() const
+{
+    HostRequest request;
+    request.words[0] = kRequestIsModified;
+    return Ask(request) != 0;
+}
+
+std::string AppTest::LayoutPath() const
+{
+    char folderPart[256] = "";
+    char namePart[256] = "";
+    HostRequest request;
+    request.words[0] = kRequestSplitPath;
+    request.words[kRequestFolderWord] = reinterpret_cast<std::intptr_t>(folderPart);
+    request.words[kRequestNameWord] = reinterpret_cast<std::intptr_t>(namePart);
+    Ask(request);
+    return *folderPart == '\0' ? namePart : std::string(folderPart) + '/' + namePart;
+}
+
+std::unique_ptr<OSCProject> AppTest::Layout() const
+{
+    const std::string copy = folder / "layout-now.VornOsc";
+    HostRequest request;
+    request.words[0] = kRequestWriteCopy;
+    request.words[kRequestCopyPathWord] = reinterpret_cast<std::intptr_t>(copy.c_str());
+    auto layout = std::make_unique<OSCProject>();
+    FakeHost host;
+    if (Ask(request) == 0 || ReadLayoutFile(Contents(copy), *layout, &host) != 0)
+        throw std::runtime_error("the editor gave no copy of its layout");
+    return layout;
+}
+
+void AppTest::AnswerFileDialog(const std::string& path)
+{
+    auto* timer = new QTimer(window.get());
+    timer->setObjectName(QStringLiteral("answer"));
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, path] {
+        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        if (dialog == nullptr || !dialog->isVisible())
+            return;
+        timer->deleteLater();
+        if (path.empty()) {
+            dialog->reject();
+            return;
+        }
+        dialog->selectFile(QString::fromStdString(path));
+        static_cast<QDialog*>(dialog)->accept();
+    });
+    timer->start(10);
 }
 
 void AppTest::PickModuleCommand(int id)

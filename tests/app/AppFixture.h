@@ -3,7 +3,8 @@
 #include "app/desktop/EditorFrame.h"
 #include "app/desktop/MainWindow.h"
 #include "app/desktop/ModuleLibrary.h"
-#include "editor/TVornOSCEditor.h"
+#include "document/OSCProject.h"
+#include "host/Messages.h"
 #include "tests/osc/OscReceiver.h"
 #include "tests/support/TempFolder.h"
 
@@ -26,8 +27,14 @@ protected:
 
     // A copy of the example layout in the test's folder.
     std::string CopyOfExample(const std::string& name);
-    // The editor of the active frame. Its fields are read as the module keeps them.
-    TVornOSCEditor& Editor() const;
+    // The active editor's canvas, and what its host can ask of it: whether its
+    // layout has unsaved changes, its path, and the layout as it stands.
+    QWidget& Canvas() const;
+    bool Modified() const;
+    std::string LayoutPath() const;
+    std::unique_ptr<OSCProject> Layout() const;
+    // Chooses path in the next file dialog that opens, or cancels it when empty.
+    void AnswerFileDialog(const std::string& path);
     // Runs the module's menu item of command id as a user picking it would.
     void PickModuleCommand(int id);
     // Presses the button in the message boxes that open next, one per answer;
@@ -37,6 +44,9 @@ protected:
     void CancelAnswers();
     std::shared_ptr<int> unanswered = std::make_shared<int>(0);
     std::shared_ptr<QStringList> answeredTexts = std::make_shared<QStringList>();
+
+    EditorFrame& Frame() const;
+    std::intptr_t Ask(HostRequest& request) const;
 
     TempFolder folder;
     OscReceiver receiver;

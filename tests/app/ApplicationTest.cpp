@@ -38,8 +38,7 @@ TEST_F(AppTest, InTestModeFaderAndToggleValuesArriveAsOscInTheOrderPlayed)
 {
     ASSERT_TRUE(window->OpenLayout(QString::fromStdString(CopyOfExample("Demo.VornOsc"))));
     PickModuleCommand(ID_OSCTESTMODE);
-    ASSERT_EQ(Editor().view.testMode, 1);
-    QWidget& view = Editor().view;
+    QWidget& view = Canvas();
     // Level 1 is a fader at (44, 170), 40 by 400, 0 to 127; Mute 1 a toggle at (20, 600).
     Mouse(view, QEvent::MouseButtonPress, {64, 171}, Qt::LeftButton);
     Mouse(view, QEvent::MouseMove, {64, 370}, Qt::LeftButton);
@@ -78,11 +77,10 @@ TEST_F(AppTest, ClosingAChangedLayoutSavesDiscardsOrStaysOpenStillChanged)
         EXPECT_EQ(Contents(path) != original, c.written);
         if (c.closes)
             continue;
-        EXPECT_EQ(Editor().modified, 1) << "a cancelled close keeps the layout changed";
+        EXPECT_TRUE(Modified()) << "a cancelled close keeps the layout changed";
         PickModuleCommand(ID_FILE_SAVE);
         EXPECT_NE(Contents(path), original) << "Save is still there for it";
         std::ofstream(path, std::ios::binary) << original;
-        Editor().modified = 0;
         window->ActiveFrame()->close();
     }
 }
@@ -104,30 +102,29 @@ TEST_F(AppTest, QuitAsksEveryChangedLayoutAndStopsAtTheFirstCancel)
 TEST_F(AppTest, InsertPutsEachKindOfControlOnAnEmptyPageAndABadParameterFileNothing)
 {
     window->NewLayout();
-    auto& controls = Editor().project.pages[0]->controls;
-    controls.clear();
     for (int type = 0; type < kControlTypeCount; ++type)
         window->InsertControl(type);
-    ASSERT_EQ(controls.size(), 5u);
+    const auto controls = [this] { return std::move(Layout()->pages[0]->controls); };
+    ASSERT_EQ(controls().size(), 5u);
     for (int type = 0; type < kControlTypeCount; ++type) {
-        const OSCControl& control = *controls[static_cast<std::size_t>(4 - type)];
+        const OSCControl& control = *controls()[static_cast<std::size_t>(4 - type)];
         EXPECT_EQ(control.type, type);
         EXPECT_GE(control.y, 40) << "below the title strip";
     }
-    EXPECT_EQ(Editor().modified, 1);
+    EXPECT_TRUE(Modified());
 
     const std::string bad = folder / "bad.json";
     std::ofstream(bad) << R"([{"name": "Cutoff", "device": 2, "control": 74}])";
     Answer({QMessageBox::Ok});
     window->InsertParametersFrom(QString::fromStdString(bad));
-    EXPECT_EQ(controls.size(), 5u);
+    EXPECT_EQ(controls().size(), 5u);
 
     const std::string good = folder / "good.json";
     std::ofstream(good) << R"([{"name": "Cutoff", "device": 2, "control": 74, "x": 0, "y": 0,
         "width": 60, "height": 60, "min": 0, "max": 127, "type": "Knob"}])";
     window->InsertParametersFrom(QString::fromStdString(good));
-    ASSERT_EQ(controls.size(), 6u);
-    EXPECT_STREQ(controls[0]->command, "/TRVX/ID2/SetVal/Ctl74");
+    ASSERT_EQ(controls().size(), 6u);
+    EXPECT_STREQ(controls()[0]->command, "/TRVX/ID2/SetVal/Ctl74");
 }
 
 TEST_F(AppTest, OpenRecentOffersTheLayoutsOpenedLatestFirst)
@@ -144,7 +141,7 @@ TEST_F(AppTest, OpenRecentOffersTheLayoutsOpenedLatestFirst)
     ASSERT_EQ(recent->actions().size(), 2);
     recent->actions().back()->trigger();
     EXPECT_EQ(window->Frames().size(), 3);
-    EXPECT_EQ(Editor().layoutPath, first);
+    EXPECT_EQ(LayoutPath(), first);
 }
 
 }  // namespace

@@ -2,23 +2,9 @@
 #include "AppFixture.h"
 #include "document/ControlTables.h"
 
-#include <QDialog>
-#include <QFileDialog>
-
 #include <filesystem>
 
 namespace {
-
-// Answers the editor's Save As dialog with path, or cancels it when empty.
-DialogRunner SavingAs(const std::string& path)
-{
-    return [path](QDialog& dialog) {
-        if (path.empty())
-            return int{QDialog::Rejected};
-        static_cast<QFileDialog&>(dialog).selectFile(QString::fromStdString(path));
-        return int{QDialog::Accepted};
-    };
-}
 
 TEST_F(AppTest, SavingANeverSavedLayoutOnCloseAsksForItsNameAndNoFileNamedNewAppears)
 {
@@ -27,15 +13,15 @@ TEST_F(AppTest, SavingANeverSavedLayoutOnCloseAsksForItsNameAndNoFileNamedNewApp
     window->NewLayout();
     window->InsertControl(kToggle);
 
-    Editor().runDialog = SavingAs("");
     Answer({QMessageBox::Save});
+    AnswerFileDialog("");
     window->ActiveFrame()->close();
     EXPECT_EQ(window->Frames().size(), 1) << "cancelling Save As cancels the close";
-    EXPECT_EQ(Editor().modified, 1);
+    EXPECT_TRUE(Modified());
 
     const std::string path = folder / "Named.VornOsc";
-    Editor().runDialog = SavingAs(path);
     Answer({QMessageBox::Save});
+    AnswerFileDialog(path);
     window->ActiveFrame()->close();
     EXPECT_TRUE(window->Frames().isEmpty());
     EXPECT_EQ(Contents(path).substr(0, 4), "KLYF");

@@ -99,7 +99,7 @@ TEST_F(AppTest, CopiesLeftByAnEndedRunAreOfferedOnceToReopenOrDiscard)
         EXPECT_TRUE(answeredTexts->front().contains(QStringLiteral("/shows/Song.VornOsc")));
         EXPECT_EQ(window->Frames().size(), answer == QMessageBox::Open ? 1 : 0);
         if (answer == QMessageBox::Open) {
-            EXPECT_TRUE(QString::fromUtf8(Editor().layoutPath)
+            EXPECT_TRUE(QString::fromStdString(LayoutPath())
                             .contains(QStringLiteral("/Recovered/Song (recovered ")));
         }
         EXPECT_FALSE(QDir(ended).exists());
