@@ -3,6 +3,7 @@
 // reopening recent layouts.
 #include "AppFixture.h"
 #include "app/osc/OscMonitor.h"
+#include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
 #include "editor/CommandIds.h"
 
@@ -105,9 +106,10 @@ TEST_F(AppTest, InsertPutsEachKindOfControlOnAnEmptyPageAndABadParameterFileNoth
     for (int type = 0; type < kControlTypeCount; ++type)
         window->InsertControl(type);
     const auto controls = [this] { return std::move(Layout()->pages[0]->controls); };
-    ASSERT_EQ(controls().size(), 5u);
+    const ControlList inserted = controls();
+    ASSERT_EQ(inserted.size(), 5u);
     for (int type = 0; type < kControlTypeCount; ++type) {
-        const OSCControl& control = *controls()[static_cast<std::size_t>(4 - type)];
+        const OSCControl& control = *inserted[static_cast<std::size_t>(4 - type)];
         EXPECT_EQ(control.type, type);
         EXPECT_GE(control.y, 40) << "below the title strip";
     }
@@ -123,8 +125,9 @@ TEST_F(AppTest, InsertPutsEachKindOfControlOnAnEmptyPageAndABadParameterFileNoth
     std::ofstream(good) << R"([{"name": "Cutoff", "device": 2, "control": 74, "x": 0, "y": 0,
         "width": 60, "height": 60, "min": 0, "max": 127, "type": "Knob"}])";
     window->InsertParametersFrom(QString::fromStdString(good));
-    ASSERT_EQ(controls().size(), 6u);
-    EXPECT_STREQ(controls()[0]->command, "/TRVX/ID2/SetVal/Ctl74");
+    const ControlList withParameters = controls();
+    ASSERT_EQ(withParameters.size(), 6u);
+    EXPECT_STREQ(withParameters[0]->command, "/TRVX/ID2/SetVal/Ctl74");
 }
 
 TEST_F(AppTest, OpenRecentOffersTheLayoutsOpenedLatestFirst)
