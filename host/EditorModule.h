@@ -11,7 +11,6 @@
 namespace editor_module {
 
 constexpr const char* kLibraryName = "libVornOSCEditor.so";
-constexpr unsigned kModuleId = 17016;
 
 // DllMain: reason 0 attaches the module, 1 detaches it.
 using DllMainEntry = int (*)(void* instance, int reason);
