@@ -1,3 +1,4 @@
+// The sender against a real receiver on a loopback port.
 #include "app/osc/OscSender.h"
 #include "tests/osc/OscReceiver.h"
 
@@ -9,11 +10,6 @@ namespace {
 
 using Sent = std::vector<std::pair<std::string, std::int32_t>>;
 
-OscTarget Loopback(const OscReceiver& receiver)
-{
-    return {"127.0.0.1", receiver.Port()};
-}
-
 void SendAll(OscSender& sender, const Sent& messages)
 {
     for (const auto& [address, value] : messages) {
@@ -22,44 +18,44 @@ void SendAll(OscSender& sender, const Sent& messages)
     }
 }
 
-void ExpectReceived(const std::vector<OscReceiver::Message>& received, const Sent& sent)
+// What arrived, each checked to be one int32.
+Sent Received(OscReceiver& receiver, std::size_t count,
+              std::chrono::milliseconds timeout = std::chrono::seconds(5))
 {
-    ASSERT_EQ(received.size(), sent.size());
-    for (std::size_t i = 0; i < sent.size(); ++i) {
-        SCOPED_TRACE(sent[i].first);
-        EXPECT_EQ(received[i].address, sent[i].first);
-        EXPECT_EQ(received[i].types, "i");
-        EXPECT_EQ(received[i].value, sent[i].second);
+    Sent received;
+    for (const OscReceiver::Message& m : receiver.WaitFor(count, timeout)) {
+        EXPECT_EQ(m.types, "i") << m.address;
+        received.emplace_back(m.address, m.value);
     }
+    return received;
 }
 
 TEST(OscSender, SendsEachValueAsOneInt32InOrder)
 {
     OscReceiver receiver;
-    OscSender sender(Loopback(receiver));
+    OscSender sender({"127.0.0.1", receiver.Port()});
     const Sent sent = {{"/TRVX/ID3/SetVal/Ctl7", 0},
                        {"/TRVX/ID1/SetVal/Ctl1", std::numeric_limits<std::int32_t>::min()},
                        {"/TRVX/", std::numeric_limits<std::int32_t>::max()},
                        {"/TRVX/ID3/SetVal/Ctl7", -1}};
     SendAll(sender, sent);
-    ExpectReceived(receiver.WaitFor(sent.size()), sent);
+    EXPECT_EQ(Received(receiver, sent.size()), sent);
 }
 
-TEST(OscSender, SetTargetRedirectsTheFollowingMessages)
+TEST(OscSender, ANewTargetTakesTheFollowingMessages)
 {
-    OscReceiver first;
-    OscReceiver second;
-    OscSender sender(Loopback(first));
+    OscReceiver first, second;
+    OscSender sender({"127.0.0.1", first.Port()});
     SendAll(sender, {{"/TRVX/a", 1}});
-    sender.SetTarget(Loopback(second));
+    sender.SetTarget({"127.0.0.1", second.Port()});
     EXPECT_EQ(sender.Target().port, second.Port());
     SendAll(sender, {{"/TRVX/b", 2}});
-    ExpectReceived(second.WaitFor(1), {{"/TRVX/b", 2}});
+    EXPECT_EQ(Received(second, 1), (Sent{{"/TRVX/b", 2}}));
     // A stray second message would have come by now, the second receiver's having arrived.
-    ExpectReceived(first.WaitFor(2, std::chrono::milliseconds(100)), {{"/TRVX/a", 1}});
+    EXPECT_EQ(Received(first, 2, std::chrono::milliseconds(100)), (Sent{{"/TRVX/a", 1}}));
 }
 
-TEST(OscSender, UnresolvableHostFailsNamingTheTarget)
+TEST(OscSender, AHostThatDoesNotResolveFailsNamingTheTarget)
 {
     OscSender sender({"no-such-host.invalid", 9000});
     std::string error;
