@@ -8,6 +8,24 @@
 #include <QApplication>
 #include <QMouseEvent>
 
+json CanvasCases(const char* key)
+{
+    json cases = Cases(DATA_DIR "/canvas.json", key);
+    if (cases.empty())
+        throw std::runtime_error(std::string("no cases of ") + key);
+    return cases;
+}
+
+json Json(const CRect& r)
+{
+    return {r.left, r.top, r.right, r.bottom};
+}
+
+CRect RectOf(const json& ltrb)
+{
+    return {ltrb[0], ltrb[1], ltrb[2], ltrb[3]};
+}
+
 std::vector<RecordingWindow::Received> RecordingWindow::Take(unsigned message)
 {
     QCoreApplication::sendPostedEvents();
@@ -62,16 +80,17 @@ void CanvasTest::SetClientSize(int w, int h)
 std::vector<std::string> CanvasTest::SelectedNames() const
 {
     std::vector<std::string> names;
-    for (const auto& c : project.pages[0]->controls)
+    for (const auto& c : project.pages[0]->controls) {
         if (c->selected)
             names.emplace_back(c->name);
+    }
     return names;
 }
 
 namespace {
 
 void SendMouse(QWidget* w, QEvent::Type type, QPoint p, Qt::MouseButton button,
-               Qt::MouseButtons held, Qt::KeyboardModifiers modifiers)
+               Qt::MouseButtons held, Qt::KeyboardModifiers modifiers = {})
 {
     QMouseEvent event(type, QPointF(p), w->mapToGlobal(QPointF(p)), button, held, modifiers);
     QCoreApplication::sendEvent(w, &event);
@@ -86,7 +105,7 @@ void CanvasTest::Press(QPoint p, Qt::KeyboardModifiers modifiers, Qt::MouseButto
 
 void CanvasTest::Move(QPoint p, Qt::MouseButtons held)
 {
-    SendMouse(view, QEvent::MouseMove, p, Qt::NoButton, held, {});
+    SendMouse(view, QEvent::MouseMove, p, Qt::NoButton, held);
 }
 
 void CanvasTest::Release(QPoint p, Qt::KeyboardModifiers modifiers)
@@ -103,8 +122,8 @@ void CanvasTest::Drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers)
 
 void CanvasTest::DoubleClick(QPoint p)
 {
-    SendMouse(view, QEvent::MouseButtonDblClick, p, Qt::LeftButton, Qt::LeftButton, {});
-    SendMouse(view, QEvent::MouseButtonRelease, p, Qt::LeftButton, Qt::NoButton, {});
+    SendMouse(view, QEvent::MouseButtonDblClick, p, Qt::LeftButton, Qt::LeftButton);
+    SendMouse(view, QEvent::MouseButtonRelease, p, Qt::LeftButton, Qt::NoButton);
 }
 
 QImage CanvasTest::Paint()

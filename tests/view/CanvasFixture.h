@@ -4,6 +4,7 @@
 #include "document/OSCProject.h"
 #include "host/Messages.h"
 #include "tests/support/FakeHost.h"
+#include "tests/support/TestFiles.h"
 #include "view/ScrollGeometry.h"
 #include "view/TVornOSCView.h"
 
@@ -14,6 +15,13 @@
 
 #include <string>
 #include <vector>
+
+using nlohmann::json;
+
+// The cases stored under key in data/canvas.json; none at all fails the test.
+json CanvasCases(const char* key);
+json Json(const CRect& r);
+CRect RectOf(const json& ltrb);
 
 // A window that keeps the numbered messages it receives: the view's parent
 // (the editor) and the host's window in the canvas tests.
@@ -27,6 +35,7 @@ public:
     };
     std::vector<Received> received;
 
+    // Takes out what arrived of message, after the posted messages arrived.
     std::vector<Received> Take(unsigned message);
 
 protected:

@@ -35,37 +35,25 @@ private:
 
 TEST_F(CanvasTest, PressesSelectExtendAndToggleTheControlUnderThePointer)
 {
-    const QPoint onA(110, 110), empty(500, 500);
-    const Qt::KeyboardModifiers shift = Qt::ShiftModifier, ctrl = Qt::ControlModifier;
-    const struct {
-        const char* name;
-        bool aSelected, bSelected;
-        QPoint at;
-        Qt::KeyboardModifiers keys;
-        Names selected;
-    } cases[] = {
-        {"plain: only it", false, true, onA, {}, {"A"}},
-        {"plain on a selected one: all kept", true, true, onA, {}, {"A", "B"}},
-        {"Shift adds", false, true, onA, shift, {"A", "B"}},
-        {"Ctrl adds", false, true, onA, ctrl, {"A", "B"}},
-        {"Ctrl removes", true, true, onA, ctrl, {"B"}},
-        {"Shift and Ctrl add", true, false, onA, shift | ctrl, {"A"}},
-        {"an empty place clears", true, true, empty, {}, {}},
-        {"Shift on an empty place keeps", true, false, empty, shift, {"A"}},
-    };
     OSCControl& a = Add(kToggle, 100, 100, 40, 40, "A");
     OSCControl& b = Add(kToggle, 200, 100, 40, 40, "B");
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
-        a.selected = c.aSelected;
-        b.selected = c.bSelected;
-        Press(c.at, c.keys);
-        EXPECT_EQ(SelectedNames(), c.selected);
+    for (const json& c : CanvasCases("presses")) {
+        SCOPED_TRACE(c["what"].get<std::string>());
+        const Names selected = c["selected"];
+        a.selected = std::count(selected.begin(), selected.end(), "A");
+        b.selected = std::count(selected.begin(), selected.end(), "B");
+        Qt::KeyboardModifiers keys;
+        for (const json& key : c.value("keys", json::array()))
+            keys |= key == "Shift" ? Qt::ShiftModifier : Qt::ControlModifier;
+        const bool onA = c["on"] == "A";
+        const QPoint at = onA ? QPoint(110, 110) : QPoint(500, 500);
+        Press(at, keys);
+        EXPECT_EQ(SelectedNames(), c["after"].get<Names>());
         // A press on a control drags the selection, even when it deselects the control.
-        EXPECT_EQ(view->movingSelection, c.at == onA);
-        EXPECT_EQ(view->rubberBanding, c.at == empty);
+        EXPECT_EQ(view->movingSelection, onA);
+        EXPECT_EQ(view->rubberBanding, !onA);
         EXPECT_EQ(QWidget::mouseGrabber(), view) << "an edit holds the mouse";
-        Release(c.at, c.keys);
+        Release(at, keys);
         EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
     }
 }
@@ -78,7 +66,7 @@ TEST_F(CanvasTest, TheRubberBandSelectsWhatItTouchesAndShiftAddsToTheSelection)
     Drag({150, 300}, {110, 190});
     EXPECT_EQ(SelectedNames(), Names{"A"});
     Drag({250, 90}, {150, 60}, Qt::ShiftModifier);
-    EXPECT_EQ(SelectedNames(), (Names{"A"}));
+    EXPECT_EQ(SelectedNames(), Names{"A"});
     Drag({150, 300}, {239, 199}, Qt::ShiftModifier);
     EXPECT_EQ(SelectedNames(), (Names{"A", "B"}));
     EXPECT_EQ(view->rubberBanding, 0);
@@ -93,10 +81,10 @@ TEST_F(CanvasTest, ADraggedSelectionMovesOnReleaseOnlyAndNotOffThePage)
     Move({140, 130});
     EXPECT_EQ(a.x, 100) << "nothing moves while dragging";
     Release({140, 130});
-    EXPECT_EQ((CPoint{a.x, a.y}), (CPoint{130, 120}));
-    EXPECT_EQ((CPoint{b.x, b.y}), (CPoint{230, 120}));
+    EXPECT_EQ(Json(a.Rect()), json({130, 120, 170, 160}));
+    EXPECT_EQ(Json(b.Rect()), json({230, 120, 270, 160}));
     Drag({140, 130}, {1000, 130});
-    EXPECT_EQ((CPoint{b.x, b.y}), (CPoint{230, 120})) << "B would leave the screen";
+    EXPECT_EQ(b.x, 230) << "B would leave the screen";
 }
 
 TEST_F(CanvasTest, DraggingAnEdgeResizesEverySelectedControlAndTellsTheParent)
@@ -110,14 +98,14 @@ TEST_F(CanvasTest, DraggingAnEdgeResizesEverySelectedControlAndTellsTheParent)
     EXPECT_EQ(fader.height, 40) << "40 - 10 is under the minimum";
     Move({120, 139});
     EXPECT_EQ(fader.height, 48);
-    EXPECT_EQ((CRect{knob.x, knob.y, knob.width, knob.height}), (CRect{200, 100, 48, 48}));
+    EXPECT_EQ(Json(knob.Rect()), json({200, 100, 248, 148})) << "a knob stays square";
     EXPECT_EQ(parent.Take(WM_OSC_SETTITLE).size(), 2u);
     Release({120, 139});
     EXPECT_EQ(view->resizeEdge, 0);
 
     knob.selected = 0;
     Drag({251, 120}, {271, 120});  // the knob's right zone
-    EXPECT_EQ((CRect{knob.x, knob.y, knob.width, knob.height}), (CRect{200, 100, 68, 68}));
+    EXPECT_EQ(Json(knob.Rect()), json({200, 100, 268, 168}));
     EXPECT_EQ(SelectedNames(), Names{"K"}) << "an unselected control's edge selects only it";
     EXPECT_EQ(fader.width, 40) << "only selected controls resize";
 }
@@ -125,16 +113,14 @@ TEST_F(CanvasTest, DraggingAnEdgeResizesEverySelectedControlAndTellsTheParent)
 TEST_F(CanvasTest, TheCursorShowsWhichWayAnEdgeResizes)
 {
     Add(kFader, 100, 100, 40, 40);
-    const struct {
-        QPoint at;
-        Qt::CursorShape shape;
-    } cases[] = {{{120, 99}, Qt::SizeVerCursor}, {{120, 141}, Qt::SizeVerCursor},
-                 {{97, 120}, Qt::SizeHorCursor}, {{142, 120}, Qt::SizeHorCursor},
-                 {{120, 120}, Qt::ArrowCursor},  {{97, 120}, Qt::SizeHorCursor},
-                 {{400, 400}, Qt::ArrowCursor}};
-    for (const auto& c : cases) {
-        Move(c.at, Qt::NoButton);
-        EXPECT_EQ(view->cursor().shape(), c.shape) << c.at.x() << "," << c.at.y();
+    const std::pair<QPoint, Qt::CursorShape> cases[] = {
+        {{120, 99}, Qt::SizeVerCursor}, {{120, 141}, Qt::SizeVerCursor},
+        {{97, 120}, Qt::SizeHorCursor}, {{142, 120}, Qt::SizeHorCursor},
+        {{120, 120}, Qt::ArrowCursor},  {{97, 120}, Qt::SizeHorCursor},
+        {{400, 400}, Qt::ArrowCursor}};
+    for (const auto& [at, shape] : cases) {
+        Move(at, Qt::NoButton);
+        EXPECT_EQ(view->cursor().shape(), shape) << at.x() << "," << at.y();
     }
     Press({120, 120});
     Move({120, 99});
@@ -151,6 +137,7 @@ TEST_F(CanvasTest, APressInTheTitleStripFlipsTestModeWhereverThePageIsScrolled)
     Release({10, 35});
     SetClientSize(500, 300);
     view->OnVScroll(kThumbTrack, 20, view->VerticalBar());
+    EXPECT_EQ(view->VerticalBar()->value(), 20);
     Press({10, 15});
     EXPECT_EQ(view->testMode, 1) << "layout y 35";
     Release({10, 15});
@@ -169,9 +156,8 @@ TEST_F(CanvasTest, InTestModeAControlFollowsThePointerFromPressToReleaseOnIt)
     Release({120, 198});
     const auto values = hostWindow.Take(WM_OSC_TESTVALUE);
     ASSERT_EQ(values.size(), 3u);
-    EXPECT_EQ(values[0].wParam, 127);
-    EXPECT_EQ(values[1].wParam, 64);
-    EXPECT_EQ(values[2].wParam, 0);
+    EXPECT_EQ((std::vector{values[0].wParam, values[1].wParam, values[2].wParam}),
+              (std::vector<std::intptr_t>{127, 64, 0}));
     EXPECT_EQ(values[0].components, (Names{"ID1", "SetVal", "Ctl7"}));
     EXPECT_EQ(QWidget::mouseGrabber(), nullptr) << "operating holds no capture";
     EXPECT_EQ(fader.selected, 0);
@@ -238,11 +224,10 @@ TEST_F(CanvasTest, ScrollBarsStepByLinesAndPagesAndStopAtTheEnds)
 
     Add(kPushButton, 700, 400, 40, 40).selected = 1;
     SetClientSize(600, 500);  // grown: the positions come back inside the new ranges
-    EXPECT_EQ(view->scrollX, 424);
-    EXPECT_EQ(view->scrollY, 268);
+    EXPECT_EQ((CPoint{view->scrollX, view->scrollY}), (CPoint{424, 268}));
     CRect r;
     view->CreateControlRect(project.pages[0]->controls[0].get(), r);
-    EXPECT_EQ(r, (CRect{276, 132, 316, 172}));
+    EXPECT_EQ(Json(r), json({276, 132, 316, 172}));
     // A screen counts as fitting across when it is no more than a scroll bar
     // wider than the client, and down when no more than a large icon higher.
     const int acrossMargin = view->style()->pixelMetric(QStyle::PM_ScrollBarExtent);

@@ -1,4 +1,4 @@
-// The toolkit calls of the document and the canvas, on Qt.
+// The toolkit's message boxes on Qt.
 #include "host/Toolkit.h"
 
 #include <QApplication>
@@ -10,24 +10,18 @@
 
 namespace {
 
-TEST(QtToolkit, MessageBoxesShowTheirTextAndAnswerYesWithFourAndNoWithThree)
+TEST(QtToolkit, MessageBoxesShowTheirTextAndAnswerYesWithFourNoWithThreeAndANoticeWithOne)
 {
-    const struct {
-        int style;
-        QMessageBox::StandardButton press;
-        int answer;
-    } cases[] = {{toolkit::kYesNo, QMessageBox::Yes, toolkit::kAnswerYes},
-                 {toolkit::kYesNo, QMessageBox::No, 3},
-                 {toolkit::kNotice, QMessageBox::Ok, 1}};
-    for (const auto& c : cases) {
+    for (const auto& [style, press, answer] : {std::tuple{toolkit::kYesNo, QMessageBox::Yes, 4},
+                                               {toolkit::kYesNo, QMessageBox::No, 3},
+                                               {toolkit::kNotice, QMessageBox::Ok, 1}}) {
         QString shown;
         QTimer::singleShot(0, [&] {
             auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            ASSERT_NE(box, nullptr);
             shown = box->windowTitle() + QLatin1Char('|') + box->text();
-            box->button(c.press)->click();
+            box->button(press)->click();
         });
-        EXPECT_EQ(toolkit::MessageBox(nullptr, "Delete them?", "OSC Editor", c.style), c.answer);
+        EXPECT_EQ(toolkit::MessageBox(nullptr, "Delete them?", "OSC Editor", style), answer);
         EXPECT_EQ(shown, QStringLiteral("OSC Editor|Delete them?"));
     }
 }

@@ -1,20 +1,15 @@
 // vornosc render as a user runs it: pictures of the example, and failures
 // that leave no picture behind.
+#include "CanvasFixture.h"
+
 #include <QDir>
-#include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
-
 namespace {
 
-struct Rendered {
-    int status;
-    QString errors;
-};
-
-Rendered Render(const QStringList& args)
+// The exit status and what went to stderr.
+std::pair<int, QString> Render(QStringList args)
 {
     QProcess vornosc;
     vornosc.start(QStringLiteral(VORNOSC_BINARY), QStringList{QStringLiteral("render")} + args);
@@ -29,13 +24,12 @@ TEST(RenderCommand, PaintsAPageAtTheDevicesScreenSizeAsTheCanvasShowsIt)
     const QTemporaryDir folder;
     const QString plain = folder.filePath(QStringLiteral("plain.png"));
     const QString phone = folder.filePath(QStringLiteral("phone.png"));
-    ASSERT_EQ(Render({kExample, QStringLiteral("--out"), plain}).status, 0);
-    ASSERT_EQ(
-        Render({kExample, QStringLiteral("--out=") + phone, QStringLiteral("--page"),
-                QStringLiteral("2"), QStringLiteral("--device"), QStringLiteral("iphone"),
-                QStringLiteral("--test-mode"), QStringLiteral("--select"), QStringLiteral("all")})
-            .status,
-        0);
+    ASSERT_EQ(Render({kExample, QStringLiteral("--out"), plain}).first, 0);
+    ASSERT_EQ(Render(QStringList{kExample, QStringLiteral("--out=") + phone} +
+                     QStringLiteral("--page 2 --device iphone --test-mode --select all")
+                         .split(QLatin1Char(' ')))
+                  .first,
+              0);
     const QImage ipad(plain), iphone(phone);
     EXPECT_EQ(ipad.size(), QSize(1024, 768));
     EXPECT_EQ(iphone.size(), QSize(480, 320));
@@ -47,34 +41,20 @@ TEST(RenderCommand, PaintsAPageAtTheDevicesScreenSizeAsTheCanvasShowsIt)
 TEST(RenderCommand, FailsInOneLineWithoutLeavingAPicture)
 {
     const QTemporaryDir folder;
-    const QString out = folder.filePath(QStringLiteral("out.png"));
-    const struct {
+    for (const json& c : CanvasCases("renderFailures")) {
+        SCOPED_TRACE(c["says"].get<std::string>());
         QStringList args;
-        int status;
-        const char* says;
-    } cases[] = {
-        {{kExample, QStringLiteral("--page"), QStringLiteral("3")}, 1, "there is no page 3"},
-        {{kExample, QStringLiteral("--page"), QStringLiteral("0")}, 1, "there is no page 0"},
-        {{folder.filePath(QStringLiteral("missing.VornOsc"))}, 1, "cannot read"},
-        {{kExample, QStringLiteral("--out"), folder.filePath(QStringLiteral("no/such.png"))},
-         1,
-         "no/such.png"},
-        {{kExample, QStringLiteral("--out"), folder.filePath(QStringLiteral("out.jpg"))},
-         2,
-         "must end in .png"},
-        {{kExample, QStringLiteral("--select"), QStringLiteral("some")}, 2, "only \"all\""},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.says);
-        QStringList args = c.args;
-        if (!args.contains(QStringLiteral("--out")))
-            args << QStringLiteral("--out") << out;
-        const Rendered run = Render(args);
-        EXPECT_EQ(run.status, c.status);
-        EXPECT_TRUE(run.errors.contains(QString::fromUtf8(c.says))) << run.errors.toStdString();
-        if (c.status == 1) {
-            EXPECT_EQ(run.errors.count(QLatin1Char('\n')), 1);
+        for (const json& arg : c["args"]) {
+            args << QString::fromStdString(arg)
+                        .replace(QStringLiteral("EXAMPLE"), kExample)
+                        .replace(QStringLiteral("FOLDER"), folder.path());
         }
+        if (!args.contains(QStringLiteral("--out")))
+            args << QStringLiteral("--out") << folder.filePath(QStringLiteral("out.png"));
+        const auto [status, errors] = Render(args);
+        EXPECT_EQ(status, c["status"]);
+        EXPECT_TRUE(errors.contains(QString::fromStdString(c["says"]))) << errors.toStdString();
+        EXPECT_TRUE(status != 1 || errors.count(QLatin1Char('\n')) == 1) << errors.toStdString();
         EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 0);
     }
 }
