@@ -1,15 +1,18 @@
 #include "EditorFixture.h"
 
 #include "editor/ModuleEntry.h"
-#include "tests/support/TestControls.h"
 #include "host/Toolkit.h"
+#include "tests/support/TestControls.h"
 #include "view/QtWindowHandle.h"
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
+#include <QTest>
 #include <QTimer>
 
 namespace {
@@ -17,12 +20,9 @@ namespace {
 QAction* ActionOf(QMenu& menu, int id)
 {
     for (QAction* action : menu.actions()) {
-        if (QMenu* submenu = action->menu()) {
-            if (QAction* found = ActionOf(*submenu, id))
-                return found;
-        } else if (action->data().toInt() == id) {
-            return action;
-        }
+        QAction* found = action->menu() != nullptr ? ActionOf(*action->menu(), id) : action;
+        if (found != nullptr && found->data().toInt() == id)
+            return found;
     }
     return nullptr;
 }
@@ -35,6 +35,38 @@ QAction& MenuAction(TVornOSCEditor& editor, int id)
     if (action == nullptr)
         throw std::runtime_error("menu 1000 has no item " + std::to_string(id));
     return *action;
+}
+
+QPushButton* Button(QDialog& dialog, QDialogButtonBox::StandardButton button)
+{
+    return dialog.findChild<QDialogButtonBox*>()->button(button);
+}
+
+void Click(QWidget* widget)
+{
+    // Near the left edge: a check box answers only on its box and caption.
+    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(4, widget->height() / 2));
+}
+
+void Play(QDialog& dialog, const QString& script)
+{
+    for (const QString& step : script.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
+        if (step == QStringLiteral("OK") || step == QStringLiteral("Cancel")) {
+            Click(Button(dialog, step == QStringLiteral("OK") ? QDialogButtonBox::Ok
+                                                              : QDialogButtonBox::Cancel));
+            continue;
+        }
+        auto* widget = dialog.findChild<QWidget*>(step.section(QLatin1Char('='), 0, 0));
+        if (widget == nullptr)
+            return ADD_FAILURE() << "no widget for " << step.toStdString();
+        if (!step.contains(QLatin1Char('='))) {
+            Click(widget);
+            continue;
+        }
+        if (qobject_cast<QLineEdit*>(widget) != nullptr)
+            QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(widget, step.section(QLatin1Char('='), 1));
+    }
 }
 
 }  // namespace
@@ -88,23 +120,61 @@ void EditorTest::AnswerNextMessageBox(QMessageBox::StandardButton button)
     });
 }
 
-DialogRunner Choosing(const std::string& path, SaveDialogSeen* seen)
+nlohmann::json EditorCases(const char* key)
+{
+    nlohmann::json cases = Cases(DATA_DIR "/editor.json", key);
+    if (cases.empty())
+        throw std::runtime_error(std::string("no cases of ") + key);
+    return cases;
+}
+
+DialogRunner Choosing(const std::string& path, std::string* seen)
 {
     return [path, seen](QDialog& dialog) {
         auto& files = dynamic_cast<QFileDialog&>(dialog);
+        const QStringList selected = files.selectedFiles();
         if (seen != nullptr) {
-            const QStringList selected = files.selectedFiles();
-            *seen = {files.windowTitle().toStdString(),
-                     files.directory().absolutePath().toStdString(),
-                     selected.isEmpty() ? std::string()
-                                        : QFileInfo(selected.front()).fileName().toStdString(),
-                     files.nameFilters().join(QLatin1Char(';')).toStdString(),
-                     files.defaultSuffix().toStdString(),
-                     !files.testOption(QFileDialog::DontConfirmOverwrite)};
+            *seen = QStringList{files.windowTitle(),
+                                files.directory().absolutePath(),
+                                selected.isEmpty() ? QString() : QFileInfo(selected[0]).fileName(),
+                                files.nameFilters().join(QLatin1Char(';')),
+                                files.defaultSuffix(),
+                                files.testOption(QFileDialog::DontConfirmOverwrite)
+                                    ? QStringLiteral("overwrites")
+                                    : QStringLiteral("confirms")}
+                        .join(QLatin1Char('|'))
+                        .toStdString();
         }
         if (path.empty())
             return int{QDialog::Rejected};
         files.selectFile(QString::fromStdString(path));
         return int{QDialog::Accepted};
     };
+}
+
+DialogRunner Playing(const QString& script, std::function<void(QDialog&)> check)
+{
+    return [script, check](QDialog& dialog) {
+        QTimer::singleShot(0, &dialog, [&dialog, script, check] {
+            Play(dialog, script);
+            if (check)
+                check(dialog);
+            if (dialog.isVisible())
+                dialog.reject();
+        });
+        return dialog.exec();
+    };
+}
+
+bool OkEnabled(QDialog& dialog)
+{
+    return Button(dialog, QDialogButtonBox::Ok)->isEnabled();
+}
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
 }

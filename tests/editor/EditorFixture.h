@@ -1,16 +1,16 @@
 #pragma once
 
 #include "TestHost.h"
+#include "editor/DialogRunner.h"
 #include "editor/TVornOSCEditor.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/TestFiles.h"
 
 #include <QMessageBox>
 
 #include <gtest/gtest.h>
 
 #include <string>
-
-class QFileDialog;
 
 // An editor opened through the module's entry in a frame of a test host,
 // with the host's data folder in a temporary folder.
@@ -37,11 +37,18 @@ protected:
     TVornOSCEditor* editor = nullptr;
 };
 
-// What a save dialog was set to when it opened.
-struct SaveDialogSeen {
-    std::string title, folder, name, filter, suffix;
-    bool confirmsOverwrite = false;
-};
+// The cases stored under key in data/editor.json; none at all fails the test.
+nlohmann::json EditorCases(const char* key);
 
-// Answers a save dialog by choosing path (empty: Cancel) after noting its settings.
-DialogRunner Choosing(const std::string& path, SaveDialogSeen* seen = nullptr);
+// Answers a save dialog by choosing path (empty: Cancel) after noting its
+// settings in seen: "title|folder|name|filter|suffix|confirms".
+DialogRunner Choosing(const std::string& path, std::string* seen = nullptr);
+
+// Runs the dialog modally and plays a user on it once it is up, steps split by
+// '|': "name=text" types text into the edit of that object name, over what it
+// held, or into the combo box of that name, which selects the first item
+// starting so; "OK" and "Cancel" press those buttons; any other step clicks the
+// widget of that name. Then check, when given, looks at the dialog. A user who
+// leaves the dialog open, as after clicking a disabled OK, cancels it.
+DialogRunner Playing(const QString& script, std::function<void(QDialog&)> check = {});
+bool OkEnabled(QDialog& dialog);

@@ -7,32 +7,19 @@
 #include "view/QtWindowHandle.h"
 
 #include <fstream>
-#include <iterator>
 
 namespace {
 
-std::string Contents(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
+using nlohmann::json;
 
-class FileCommands : public EditorTest {
-protected:
-    std::intptr_t AskToClose()
-    {
-        return toolkit::SendMessage(HandleOf(editor), WM_OSC_CANCLOSE, 0, 0);
-    }
-};
-
-TEST_F(FileCommands, SaveWritesTheLayoutAndAFailedSaveSaysSoAndKeepsTheChanges)
+TEST_F(EditorTest, SaveWritesTheLayoutAndAFailedSaveSaysSoAndKeepsTheChanges)
 {
     Open();
     Command(ID_OSCEDITOR_ADDPAGE);
     const std::string path = folder / "Show.VornOsc";
     CopyTextField(editor->layoutPath, path);
     Command(ID_FILE_SAVE);
-    EXPECT_EQ(Contents(path), WriteLayoutFile(editor->project, &basics));
+    EXPECT_EQ(ReadWholeFile(path), WriteLayoutFile(editor->project, &basics));
     EXPECT_EQ(editor->modified, 0);
     EXPECT_TRUE(basics.errors.empty());
 
@@ -46,37 +33,45 @@ TEST_F(FileCommands, SaveWritesTheLayoutAndAFailedSaveSaysSoAndKeepsTheChanges)
     EXPECT_NE(basics.errors[0].find("Save As"), std::string::npos) << basics.errors[0];
 }
 
-TEST_F(FileCommands, SaveAsProposesTheDataFolderForANewLayoutAndTheLayoutsOwnPlaceLater)
+// Save As proposes the host's data folder for a layout never saved and the
+// layout's own place later; exports propose the layout's name in a folder of
+// their own under the data folder, wherever the layout is.
+TEST_F(EditorTest, SaveDialogsProposeTheirFolderAndNameAndWriteTheirFormatWhereChosen)
 {
     Open();
-    SaveDialogSeen seen;
-    editor->runDialog = Choosing("", &seen);
-    Command(ID_FILE_SAVE_AS);
-    EXPECT_EQ(seen.title, "Save OSC Layout As...");
-    EXPECT_EQ(seen.folder, basics.dataFolder + "/OSC");
-    EXPECT_TRUE(std::filesystem::is_directory(basics.dataFolder + "/OSC"));
-    EXPECT_EQ(seen.name, "New.vornosc");
-    EXPECT_EQ(seen.filter, "Vorn OSC Layout (*.VORNOSC)");
-    EXPECT_EQ(seen.suffix, "vornosc");
-    EXPECT_TRUE(seen.confirmsOverwrite);
-    EXPECT_STREQ(editor->layoutPath, "New") << "a cancelled dialog changes nothing";
+    const auto placed = [&](std::string text) {
+        for (const auto& [name, path] :
+             {std::pair{"DATA", basics.dataFolder}, {"TEMP", folder.path().string()}}) {
+            if (const auto at = text.find(name); at != std::string::npos)
+                text.replace(at, 4, path);
+        }
+        return text;
+    };
+    for (const json& c : EditorCases("saveDialogs")) {
+        SCOPED_TRACE(c["seen"].get<std::string>());
+        const std::string before = placed(c["layout"]),
+                          chosen = folder / c["chosen"].get<std::string>();
+        const std::string title = hostWindow.frame->title;
+        const bool saveAs = c["command"] == ID_FILE_SAVE_AS;
+        std::string seen;
+        CopyTextField(editor->layoutPath, before);
+        editor->modified = 1;
+        editor->runDialog = Choosing("", &seen);
+        Command(c["command"]);
+        EXPECT_EQ(seen, placed(c["seen"]));
+        EXPECT_EQ(TextOf(editor->layoutPath), before) << "a cancelled dialog changes nothing";
 
-    editor->modified = 1;
-    const std::string path = folder / "Live.VornOsc";
-    editor->runDialog = Choosing(path);
-    Command(ID_FILE_SAVE_AS);
-    EXPECT_EQ(editor->layoutPath, path);
-    EXPECT_EQ(editor->modified, 0);
-    EXPECT_EQ(hostWindow.frame->title, "Live - OSC Editor");
-    EXPECT_EQ(Contents(path).substr(0, 4), "KLYF");
-
-    editor->runDialog = Choosing("", &seen);
-    Command(ID_FILE_SAVE_AS);
-    EXPECT_EQ(seen.folder, folder.path().string());
-    EXPECT_EQ(seen.name, "Live.VornOsc");
+        editor->runDialog = Choosing(chosen);
+        Command(c["command"]);
+        EXPECT_EQ(ReadWholeFile(chosen).value_or("").rfind(c["starts"].get<std::string>(), 0), 0u);
+        EXPECT_EQ(editor->modified, saveAs ? 0 : 1);
+        EXPECT_EQ(TextOf(editor->layoutPath), saveAs ? chosen : before);
+        EXPECT_EQ(hostWindow.frame->title,
+                  saveAs ? std::filesystem::path(chosen).stem().string() + " - OSC Editor" : title);
+    }
 }
 
-TEST_F(FileCommands, APathLongerThan255BytesIsRefusedWithAMessageNotCut)
+TEST_F(EditorTest, APathLongerThan255BytesIsRefusedWithAMessageNotCut)
 {
     const std::string longFolder = folder / (std::string(150, 'f') + '/' + std::string(150, 'g'));
     std::filesystem::create_directories(longFolder);
@@ -95,74 +90,30 @@ TEST_F(FileCommands, APathLongerThan255BytesIsRefusedWithAMessageNotCut)
     EXPECT_EQ(basics.errors.size(), 2u);
 }
 
-TEST_F(FileCommands, TheCloseQuestionsAnswersDiscardSaveOrKeepTheLayoutOpen)
+TEST_F(EditorTest, TheCloseQuestionsAnswersDiscardSaveOrKeepTheLayoutOpen)
 {
-    const struct {
-        const char* path;
-        int answer;
-        std::intptr_t result;
-        int modifiedAfter;
-        bool saved;
-    } cases[] = {
-        {"Show.VornOsc", 3, 0, 0, false},  // don't save
-        {"Show.VornOsc", 4, 0, 0, true},   // save
-        {"Show.VornOsc", 2, 1, 0, false},  // cancel: the layout stays open
-        {"Show.VornOsc", 1, 0, 1, false},  // any other answer
-        {"", 4, 0, 1, false},              // no path: Save As, cancelled
-    };
     Open();
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.answer);
-        const std::string path = *c.path != '\0' ? folder / c.path : std::string();
-        std::filesystem::remove(path.empty() ? folder / "none" : path);
+    for (const json& c : EditorCases("closeQuestion")) {
+        SCOPED_TRACE(c["what"].get<std::string>());
+        const std::string path = c.value("named", true) ? folder / "Show" : "";
+        std::filesystem::remove(folder / "Show");
         CopyTextField(editor->layoutPath, path);
         bool askedSaveAs = false;
         editor->runDialog = [&askedSaveAs](QDialog&) { return askedSaveAs = true, 0; };
-        basics.saveAnswer = c.answer;
+        basics.saveAnswer = c["answer"];
         basics.saveQuestions = 0;
+        const auto close = [&] {
+            return toolkit::SendMessage(HandleOf(editor), WM_OSC_CANCLOSE, 0, 0);
+        };
 
         editor->modified = 0;
-        EXPECT_EQ(AskToClose(), 0);
+        EXPECT_EQ(close(), 0);
         EXPECT_EQ(basics.saveQuestions, 0) << "an unchanged layout closes without a question";
-
         editor->modified = 1;
-        EXPECT_EQ(AskToClose(), c.result);
-        EXPECT_EQ(editor->modified, c.modifiedAfter);
-        EXPECT_EQ(!path.empty() && std::filesystem::exists(path), c.saved);
+        EXPECT_EQ(close(), c["result"]);
+        EXPECT_EQ(editor->modified, c["changed"]);
+        EXPECT_EQ(std::filesystem::exists(folder / "Show"), c["saved"]);
         EXPECT_EQ(askedSaveAs, path.empty());
-    }
-}
-
-TEST_F(FileCommands, ExportsProposeTheLayoutsNameInTheirDataFolderAndWriteTheirFormat)
-{
-    const struct {
-        int command;
-        const char* title;
-        const char* subfolder;
-        const char* filter;
-        const char* suffix;
-        const char* start;
-    } cases[] = {
-        {ID_OSCEDITOR_EXPORTASTOUCHOSCFILE, "Export As TouchOSC File...", "TouchOSC",
-         "TouchOSC File (*.touchosc)", "touchosc", "PK"},
-        {ID_OSCEDITOR_EXPORTASLEMURFILE, "Export As Lemur File...", "Lemur", "Lemur File (*.jzml)",
-         "jzml", "<JZML>"},
-    };
-    Open();
-    CopyTextField(editor->layoutPath, "/elsewhere/Show.VornOsc");
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.title);
-        SaveDialogSeen seen;
-        const std::string target = folder / (std::string("Show.") + c.suffix);
-        editor->runDialog = Choosing(target, &seen);
-        Command(c.command);
-        EXPECT_EQ(seen.title, c.title);
-        EXPECT_EQ(seen.folder, basics.dataFolder + "/OSC/" + c.subfolder);
-        EXPECT_EQ(seen.name, std::string("Show.") + c.suffix);
-        EXPECT_EQ(seen.filter, c.filter);
-        EXPECT_EQ(seen.suffix, c.suffix);
-        EXPECT_EQ(Contents(target).substr(0, std::string(c.start).size()), c.start);
-        EXPECT_EQ(editor->modified, 0);
     }
 }
 

@@ -3,7 +3,7 @@
 #include "TestHost.h"
 #include "document/ControlClipboard.h"
 #include "host/EditorModule.h"
-#include "host/Toolkit.h"
+#include "tests/support/TestFiles.h"
 #include "view/QtWindowHandle.h"
 
 #include <QApplication>
@@ -13,43 +13,12 @@
 
 #include <dlfcn.h>
 
-#include <cstdio>
 #include <set>
-#include <string>
+#include <sstream>
 
 namespace {
 
 using namespace editor_module;
-
-const std::set<std::string> kExportedNames = {"AcceleratorsOSC",
-                                              "ArialFont",
-                                              "ClearClipboard",
-                                              "ColorTypes",
-                                              "Colors",
-                                              "ControlTypes",
-                                              "DllMain",
-                                              "EditorName",
-                                              "ExternalPasteToClipboard",
-                                              "GETID",
-                                              "GetControlClipboard",
-                                              "Inited",
-                                              "MacInstanceInitialize",
-                                              "ModuleCleanup",
-                                              "ModuleInitialize",
-                                              "OrientationStr",
-                                              "Replace",
-                                              "ScreenH",
-                                              "ScreenW",
-                                              "Search",
-                                              "TouchOSCTypeStr",
-                                              "VornOSCEditor",
-                                              "VornOSCEditor_Initialize",
-                                              "clipboard",
-                                              "hAccel",
-                                              "hInstance",
-                                              "hMenu",
-                                              "inCommand",
-                                              "inName"};
 
 void* Module()
 {
@@ -75,28 +44,18 @@ void NeedApplication()
     (void)application;
 }
 
-std::set<std::string> DefinedDynamicNames(const char* library)
-{
-    std::set<std::string> names;
-    FILE* nm = popen((std::string("nm -D --defined-only ") + library).c_str(), "r");
-    char line[512];
-    while (nm != nullptr && std::fgets(line, sizeof line, nm) != nullptr) {
-        std::string text(line);
-        text.erase(text.find_last_not_of('\n') + 1);
-        const std::string name = text.substr(text.rfind(' ') + 1);
-        // The linker's own section markers are not the module's.
-        if (name != "__bss_start" && name != "_edata" && name != "_end")
-            names.insert(name);
-    }
-    if (nm != nullptr)
-        pclose(nm);
-    return names;
-}
-
 TEST(Module, ShowsExactlyItsEntriesAndTablesByPlainNames)
 {
-    EXPECT_EQ(DefinedDynamicNames(VORNOSC_MODULE), kExportedNames);
-    for (const std::string& name : kExportedNames)
+    std::set<std::string> shown;
+    std::istringstream nm(RunCommand("nm -D --defined-only " VORNOSC_MODULE).output);
+    for (std::string line; std::getline(nm, line);)
+        shown.insert(line.substr(line.rfind(' ') + 1));
+    // The linker's own section markers are not the module's.
+    for (const char* marker : {"__bss_start", "_edata", "_end"})
+        shown.erase(marker);
+    const auto names = Cases(DATA_DIR "/editor.json", "exportedNames").get<std::set<std::string>>();
+    EXPECT_EQ(shown, names);
+    for (const std::string& name : names)
         EXPECT_NE(dlsym(Module(), name.c_str()), nullptr) << name;
 }
 
@@ -113,14 +72,11 @@ TEST(Module, StartsOnceAndPublishesItsIdentifierKeysAndTables)
 
     const auto* keys = Entry<const std::int32_t*>("AcceleratorsOSC");
     EXPECT_EQ(*Entry<const std::int32_t**>("hAccel"), keys);
-    const std::int32_t expected[9][5] = {
-        {32785, 0x7E1E, 1, 0, 0}, {32786, 0x7D1F, 1, 0, 0}, {32783, 0x7B1C, 1, 0, 0},
-        {32784, 0x7C1D, 1, 0, 0}, {32789, 0x7E1E, 0, 0, 1}, {32790, 0x7D1F, 0, 0, 1},
-        {32787, 0x7B1C, 0, 0, 1}, {32788, 0x7C1D, 0, 0, 1}, {-1, -1, 0, 0, 0}};
-    for (int record = 0; record < 9; ++record) {
-        for (int word = 0; word < 5; ++word)
-            EXPECT_EQ(keys[record * 5 + word], expected[record][word]) << record << ',' << word;
-    }
+    const std::vector<std::int32_t> expected = {
+        32785, 0x7E1E, 1, 0, 0, 32786, 0x7D1F, 1, 0, 0, 32783, 0x7B1C, 1, 0, 0,
+        32784, 0x7C1D, 1, 0, 0, 32789, 0x7E1E, 0, 0, 1, 32790, 0x7D1F, 0, 0, 1,
+        32787, 0x7B1C, 0, 0, 1, 32788, 0x7C1D, 0, 0, 1, -1,    -1,     0, 0, 0};
+    EXPECT_EQ(std::vector<std::int32_t>(keys, keys + 45), expected);
     EXPECT_STREQ(Entry<const char*>("EditorName"), "Vorn OSC Editor");
     const auto* inited = Entry<const unsigned char*>("Inited");
     EXPECT_EQ(std::count(inited, inited + 32, 0), 32);

@@ -8,6 +8,13 @@
 
 namespace {
 
+// What a message event carries, or null for any other event.
+MessageEvent* Message(QEvent* event, unsigned message)
+{
+    MessageEvent* m = MessageEvent::From(event);
+    return m != nullptr && m->Message() == message ? m : nullptr;
+}
+
 // A stand-in for a frame that is no window at all: it only notes being closed.
 class NotAWindow : public QObject {
 public:
@@ -16,8 +23,7 @@ public:
 protected:
     bool event(QEvent* event) override
     {
-        if (MessageEvent* message = MessageEvent::From(event))
-            closed_ = closed_ || message->Message() == WM_OSC_CLOSEFRAME;
+        closed_ = closed_ || Message(event, WM_OSC_CLOSEFRAME) != nullptr;
         return QObject::event(event);
     }
 
@@ -44,9 +50,7 @@ TestFrame::TestFrame(QWidget* parent, QMenu* moduleMenu)
     : QWidget(parent), menuBar(new QMenuBar(this))
 {
     setContentsMargins(0, menuBar->sizeHint().height(), 0, 0);
-    if (moduleMenu == nullptr)
-        return;
-    for (QAction* top : moduleMenu->actions()) {
+    for (QAction* top : moduleMenu != nullptr ? moduleMenu->actions() : QList<QAction*>()) {
         QMenu* submenu = top->menu();
         menuBar->addMenu(submenu);
         connect(submenu, &QMenu::aboutToShow, this, [this, submenu] {
@@ -61,16 +65,11 @@ TestFrame::TestFrame(QWidget* parent, QMenu* moduleMenu)
 
 bool TestFrame::event(QEvent* event)
 {
-    MessageEvent* message = MessageEvent::From(event);
-    if (message == nullptr)
-        return QWidget::event(event);
-    if (message->Message() == WM_OSC_SETEDITOR)
-        editor = qobject_cast<QWidget*>(ObjectOf(reinterpret_cast<WindowHandle>(message->lParam)));
-    else if (message->Message() == WM_OSC_SETTITLE)
-        title = reinterpret_cast<const char*>(message->lParam);
-    else if (message->Message() == WM_OSC_CLOSEFRAME)
-        closed = true;
-    return true;
+    if (MessageEvent* m = Message(event, WM_OSC_SETEDITOR))
+        editor = qobject_cast<QWidget*>(ObjectOf(reinterpret_cast<WindowHandle>(m->lParam)));
+    else if (MessageEvent* m = Message(event, WM_OSC_SETTITLE))
+        title = reinterpret_cast<const char*>(m->lParam);
+    return MessageEvent::From(event) != nullptr || QWidget::event(event);
 }
 
 void TestFrame::resizeEvent(QResizeEvent*)
@@ -83,27 +82,20 @@ void TestFrame::resizeEvent(QResizeEvent*)
 
 bool TestHostWindow::event(QEvent* event)
 {
-    MessageEvent* message = MessageEvent::From(event);
-    if (message == nullptr)
-        return QWidget::event(event);
-    if (message->Message() != WM_OSC_HOSTREQUEST || message->lParam == 0)
+    MessageEvent* m = Message(event, WM_OSC_HOSTREQUEST);
+    if (m == nullptr || m->lParam == 0)
+        return MessageEvent::From(event) != nullptr || QWidget::event(event);
+    lastRequest = *reinterpret_cast<const HostRequest*>(m->lParam);
+    QObject* made = nullptr;
+    if (lastRequest.words[0] != kRequestOpenEditor || answer == Answer::kNoFrame)
         return true;
-    lastRequest = *reinterpret_cast<const HostRequest*>(message->lParam);
-    if (lastRequest.words[0] != kRequestOpenEditor)
-        return true;
-    switch (answer) {
-        case Answer::kFrame:
-            frame =
-                new TestFrame(this, reinterpret_cast<QMenu*>(lastRequest.words[kRequestMenuWord]));
-            frame->resize(600, 400);
-            message->result = reinterpret_cast<std::intptr_t>(HandleOf(frame));
-            break;
-        case Answer::kNoFrame:
-            break;
-        case Answer::kNotAWindow:
-            notAWindow = new NotAWindow(notAWindowClosed);
-            message->result = reinterpret_cast<std::intptr_t>(HandleOf(notAWindow));
-            break;
+    if (answer == Answer::kFrame) {
+        frame = new TestFrame(this, reinterpret_cast<QMenu*>(lastRequest.words[kRequestMenuWord]));
+        frame->resize(600, 400);
+        made = frame;
+    } else {
+        made = notAWindow = new NotAWindow(notAWindowClosed);
     }
+    m->result = reinterpret_cast<std::intptr_t>(HandleOf(made));
     return true;
 }

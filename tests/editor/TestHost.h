@@ -32,7 +32,6 @@ public:
 
     QPointer<QWidget> editor;
     std::string title;
-    bool closed = false;  // message 204 arrived
     QMenuBar* menuBar;
 
 protected:
@@ -48,7 +47,7 @@ public:
     Answer answer = Answer::kFrame;
     HostRequest lastRequest;
     QPointer<TestFrame> frame;
-    QPointer<QObject> notAWindow;
+    QPointer<QObject> notAWindow;  // a frame that is no widget, answered to kNotAWindow
     bool notAWindowClosed = false;
 
 protected:
