@@ -87,30 +87,26 @@ std::vector<std::string> CanvasTest::SelectedNames() const
     return names;
 }
 
-namespace {
-
-void SendMouse(QWidget* w, QEvent::Type type, QPoint p, Qt::MouseButton button,
-               Qt::MouseButtons held, Qt::KeyboardModifiers modifiers = {})
+void CanvasTest::Mouse(QEvent::Type type, QPoint p, Qt::MouseButton button, Qt::MouseButtons held,
+                       Qt::KeyboardModifiers modifiers)
 {
-    QMouseEvent event(type, QPointF(p), w->mapToGlobal(QPointF(p)), button, held, modifiers);
-    QCoreApplication::sendEvent(w, &event);
+    QMouseEvent event(type, QPointF(p), view->mapToGlobal(QPointF(p)), button, held, modifiers);
+    QCoreApplication::sendEvent(view, &event);
 }
-
-}  // namespace
 
 void CanvasTest::Press(QPoint p, Qt::KeyboardModifiers modifiers, Qt::MouseButton button)
 {
-    SendMouse(view, QEvent::MouseButtonPress, p, button, button, modifiers);
+    Mouse(QEvent::MouseButtonPress, p, button, button, modifiers);
 }
 
 void CanvasTest::Move(QPoint p, Qt::MouseButtons held)
 {
-    SendMouse(view, QEvent::MouseMove, p, Qt::NoButton, held);
+    Mouse(QEvent::MouseMove, p, Qt::NoButton, held);
 }
 
 void CanvasTest::Release(QPoint p, Qt::KeyboardModifiers modifiers)
 {
-    SendMouse(view, QEvent::MouseButtonRelease, p, Qt::LeftButton, Qt::NoButton, modifiers);
+    Mouse(QEvent::MouseButtonRelease, p, Qt::LeftButton, Qt::NoButton, modifiers);
 }
 
 void CanvasTest::Drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers)
@@ -118,12 +114,6 @@ void CanvasTest::Drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers)
     Press(from, modifiers);
     Move(to);
     Release(to, modifiers);
-}
-
-void CanvasTest::DoubleClick(QPoint p)
-{
-    SendMouse(view, QEvent::MouseButtonDblClick, p, Qt::LeftButton, Qt::LeftButton);
-    SendMouse(view, QEvent::MouseButtonRelease, p, Qt::LeftButton, Qt::NoButton);
 }
 
 QImage CanvasTest::Paint()

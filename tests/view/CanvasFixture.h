@@ -8,6 +8,7 @@
 #include "view/ScrollGeometry.h"
 #include "view/TVornOSCView.h"
 
+#include <QEvent>
 #include <QImage>
 #include <QWidget>
 
@@ -58,7 +59,8 @@ protected:
     void Move(QPoint p, Qt::MouseButtons held = Qt::LeftButton);
     void Release(QPoint p, Qt::KeyboardModifiers modifiers = {});
     void Drag(QPoint from, QPoint to, Qt::KeyboardModifiers modifiers = {});
-    void DoubleClick(QPoint p);
+    void Mouse(QEvent::Type type, QPoint p, Qt::MouseButton button, Qt::MouseButtons held,
+               Qt::KeyboardModifiers modifiers = {});
 
     // The client area as painted now.
     QImage Paint();

@@ -110,23 +110,6 @@ TEST_F(CanvasTest, DraggingAnEdgeResizesEverySelectedControlAndTellsTheParent)
     EXPECT_EQ(fader.width, 40) << "only selected controls resize";
 }
 
-TEST_F(CanvasTest, TheCursorShowsWhichWayAnEdgeResizes)
-{
-    Add(kFader, 100, 100, 40, 40);
-    const std::pair<QPoint, Qt::CursorShape> cases[] = {
-        {{120, 99}, Qt::SizeVerCursor}, {{120, 141}, Qt::SizeVerCursor},
-        {{97, 120}, Qt::SizeHorCursor}, {{142, 120}, Qt::SizeHorCursor},
-        {{120, 120}, Qt::ArrowCursor},  {{97, 120}, Qt::SizeHorCursor},
-        {{400, 400}, Qt::ArrowCursor}};
-    for (const auto& [at, shape] : cases) {
-        Move(at, Qt::NoButton);
-        EXPECT_EQ(view->cursor().shape(), shape) << at.x() << "," << at.y();
-    }
-    Press({120, 120});
-    Move({120, 99});
-    EXPECT_EQ(view->cursor().shape(), Qt::ArrowCursor) << "a dragged selection keeps the cursor";
-}
-
 TEST_F(CanvasTest, APressInTheTitleStripFlipsTestModeWhereverThePageIsScrolled)
 {
     Press({10, 34});
@@ -173,28 +156,46 @@ TEST_F(CanvasTest, InTestModeAControlFollowsThePointerFromPressToReleaseOnIt)
     EXPECT_EQ(button.width, 49) << "edges still resize in test mode";
 }
 
-TEST_F(CanvasTest, EveryMoveSendsTheHostAStatusText)
+TEST_F(CanvasTest, AMoveShowsTheControlUnderThePointerElseTheFirstSelectedAndTheCursorShowsEdges)
 {
-    Add(kKnob, 100, 100, 40, 40, "Pan");
-    Add(kFader, 200, 100, 40, 100, "Vol");
-    const auto statusAfter = [&](QPoint at) {
+    Add(kFader, 100, 100, 40, 40, "F");
+    Add(kFader, 200, 100, 40, 100, "Vol").selected = 1;
+    const auto status = [&](QPoint at) {  // the one status text the move sent
         Move(at, Qt::NoButton);
         const auto texts = hostWindow.Take(WM_OSC_HOSTREQUEST);
-        return texts.size() == 1 ? texts[0].text : "(" + std::to_string(texts.size()) + " texts)";
+        return texts.size() == 1 ? texts[0].text : std::to_string(texts.size()) + " texts";
     };
-    EXPECT_EQ(statusAfter({500, 500}), "");
-    EXPECT_EQ(statusAfter({110, 110}), "Pan: x=100 y=100 w=40, h=40");
+    const std::string vol = "Vol: x=200 y=100 w=40, h=100";
+    const struct {
+        QPoint at;
+        Qt::CursorShape shape;
+        std::string status;
+    } cases[] = {{{120, 99}, Qt::SizeVerCursor, vol},
+                 {{120, 141}, Qt::SizeVerCursor, vol},
+                 {{97, 120}, Qt::SizeHorCursor, vol},
+                 {{142, 120}, Qt::SizeHorCursor, vol},
+                 {{120, 120}, Qt::ArrowCursor, "F: x=100 y=100 w=40, h=40"},
+                 {{97, 120}, Qt::SizeHorCursor, vol},
+                 {{400, 400}, Qt::ArrowCursor, vol}};
+    for (const auto& c : cases) {
+        EXPECT_EQ(status(c.at), c.status) << c.at.x() << "," << c.at.y();
+        EXPECT_EQ(view->cursor().shape(), c.shape) << c.at.x() << "," << c.at.y();
+    }
+    project.pages[0]->controls[1]->selected = 0;
+    EXPECT_EQ(status({400, 400}), "");
     project.pages[0]->controls[1]->selected = 1;
-    EXPECT_EQ(statusAfter({500, 500}), "Vol: x=200 y=100 w=40, h=100");
     Press({210, 110});
-    EXPECT_EQ(statusAfter({215, 130}), "Vol: x=205 y=120 w=40, h=100");
+    EXPECT_EQ(status({120, 99}), "Vol: x=110 y=89 w=40, h=100") << "where the drag will put it";
+    EXPECT_EQ(view->cursor().shape(), Qt::ArrowCursor) << "a dragged selection keeps the cursor";
 }
 
 TEST_F(CanvasTest, DoubleClicksBelowTheTitleAndRightPressesAreLeftToTheParent)
 {
     Add(kToggle, 100, 100, 40, 40).selected = 1;
-    DoubleClick({120, 41});
-    DoubleClick({120, 40});
+    for (const int y : {41, 40}) {  // QTest's double click lacks the press that comes first
+        Mouse(QEvent::MouseButtonDblClick, {120, y}, Qt::LeftButton, Qt::LeftButton);
+        Mouse(QEvent::MouseButtonRelease, {120, y}, Qt::LeftButton, Qt::NoButton);
+    }
     Press({300, 300}, {}, Qt::RightButton);
     EXPECT_EQ(parent.Take(WM_OSC_PROPERTIES).size(), 1u);
     EXPECT_EQ(parent.Take(WM_OSC_CONTEXTMENU).size(), 1u);
