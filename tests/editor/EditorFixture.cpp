@@ -27,16 +27,6 @@ QAction* ActionOf(QMenu& menu, int id)
     return nullptr;
 }
 
-QAction& MenuAction(TVornOSCEditor& editor, int id)
-{
-    toolkit::SendMessage(HandleOf(&editor), WM_INITMENUPOPUP,
-                         reinterpret_cast<std::intptr_t>(hMenu), 0);
-    QAction* action = ActionOf(*hMenu, id);
-    if (action == nullptr)
-        throw std::runtime_error("menu 1000 has no item " + std::to_string(id));
-    return *action;
-}
-
 QPushButton* Button(QDialog& dialog, QDialogButtonBox::StandardButton button)
 {
     return dialog.findChild<QDialogButtonBox*>()->button(button);
@@ -102,14 +92,14 @@ void EditorTest::Command(int id)
     toolkit::SendMessage(HandleOf(editor), WM_COMMAND, id, 0);
 }
 
-bool EditorTest::Enabled(int id)
+QAction& EditorTest::Item(int id)
 {
-    return MenuAction(*editor, id).isEnabled();
-}
-
-bool EditorTest::Checked(int id)
-{
-    return MenuAction(*editor, id).isChecked();
+    toolkit::SendMessage(HandleOf(editor), WM_INITMENUPOPUP, reinterpret_cast<std::intptr_t>(hMenu),
+                         0);
+    QAction* action = ActionOf(*hMenu, id);
+    if (action == nullptr)
+        throw std::runtime_error("menu 1000 has no item " + std::to_string(id));
+    return *action;
 }
 
 void EditorTest::AnswerNextMessageBox(QMessageBox::StandardButton button)

@@ -24,10 +24,8 @@ protected:
     OSCControl& Add(int x, int y, int w, int h, bool selected = false, const char* name = "c");
     // Sends a command as the frame's menu does.
     void Command(int id);
-    // Whether the module's menu item of id is enabled (checked) after the
-    // editor's rules ran, as before a menu opens.
-    bool Enabled(int id);
-    bool Checked(int id);
+    // The module's menu item of id after the editor's rules ran, as before a menu opens.
+    QAction& Item(int id);
     // Presses button in the next message box that opens.
     static void AnswerNextMessageBox(QMessageBox::StandardButton button);
 

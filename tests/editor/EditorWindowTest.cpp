@@ -19,24 +19,6 @@ namespace {
 
 using nlohmann::json;
 
-TEST_F(EditorTest, OpensShownInTheHostsFrameWithItsKeysAndIconAndNotInAFrameThatIsNoWindow)
-{
-    ASSERT_NE(Open(), nullptr);
-    EXPECT_EQ(hostWindow.lastRequest.words[kRequestAcceleratorsWord],
-              reinterpret_cast<std::intptr_t>(AcceleratorsOSC));
-    EXPECT_EQ(basics.allocArguments, (std::vector<int>{4, 0, 0, 0}));
-    EXPECT_FALSE(hostWindow.frame->windowIcon().isNull());
-    EXPECT_TRUE(editor->isVisible());
-    EXPECT_EQ(editor->geometry(), hostWindow.frame->contentsRect());
-
-    hostWindow.answer = TestHostWindow::Answer::kNoFrame;
-    EXPECT_EQ(Open(), nullptr);
-    hostWindow.answer = TestHostWindow::Answer::kNotAWindow;
-    EXPECT_EQ(Open(), nullptr);
-    EXPECT_TRUE(hostWindow.notAWindowClosed);
-    EXPECT_EQ(hostWindow.notAWindow, nullptr) << "the frame is destroyed";
-}
-
 TEST(FramePlacement, AFrameWithoutASizeTakesTheRightHalfShortOfTheEdgesElseWhereItStood)
 {
     const CRect host{0, 0, 800, 600}, half{400, 0, 796, 450};
@@ -48,17 +30,11 @@ TEST(FramePlacement, AFrameWithoutASizeTakesTheRightHalfShortOfTheEdgesElseWhere
 
 TEST(ViewPlacement, TheCanvasIsCentredRightOfTheListWhenTheScreenFitsElseAtTheStripAndTop)
 {
-    const struct {
-        int cx, cy, sw, sh;
-        CRect expected;
-    } cases[] = {
-        {1000, 1200, 768, 1024, {216, 88, 984, 1112}},  // fits both ways
-        {968, 1024, 768, 1024, {200, 0, 968, 1024}},    // fits exactly
-        {967, 1023, 768, 1024, {200, 0, 967, 1023}},    // one short each way
-        {150, 500, 320, 480, {200, 10, 150, 490}},      // narrower than the strip
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(ViewPlacement(c.cx, c.cy, c.sw, c.sh), c.expected) << c.cx;
+    for (const json& c : EditorCases("viewPlacements")) {
+        const CRect r =
+            ViewPlacement(c["client"][0], c["client"][1], c["screen"][0], c["screen"][1]);
+        EXPECT_EQ(json({r.left, r.top, r.right, r.bottom}), c["view"]) << c["what"];
+    }
 }
 
 TEST_F(EditorTest, TheTitleIsTheFileNameWithoutTheLayoutSuffixInAnyCaseUnlessTheHostTitlesItself)
@@ -118,7 +94,8 @@ TEST_F(EditorTest, HostRequestsAnswerTheHelpTopicSplitThePathTellOfChangesSaveAn
     EXPECT_EQ(editor->modified, 0);
 }
 
-TEST_F(EditorTest, AddPageNamesThePageAfterTheCountAndRemovePageAsksButMarksTheLayoutChangedAnyway)
+TEST_F(EditorTest,
+       AddPageNamesThePageAfterTheCountRemovePageAsksButMarksChangedAnywayAndClicksShowAPage)
 {
     Open();
     editor->project.AddPage();
@@ -142,23 +119,16 @@ TEST_F(EditorTest, AddPageNamesThePageAfterTheCountAndRemovePageAsksButMarksTheL
     Command(ID_OSCEDITOR_REMOVEPAGE);
     EXPECT_EQ(editor->project.pages.size(), 3u);
     EXPECT_EQ(editor->pageList.count(), 3);
-}
 
-TEST_F(EditorTest, ClickingAPageShowsItAndAClickThatLeavesNoneSelectedSelectsTheCurrentAgain)
-{
-    Open();
-    Command(ID_OSCEDITOR_ADDPAGE);
+    // A click shows its page; one that leaves no page selected selects the current one again.
     QListWidget& list = editor->pageList;
-    const auto click = [&](int row, Qt::KeyboardModifiers modifiers) {
+    for (const auto modifiers : {Qt::NoModifier, Qt::ControlModifier}) {
         QTest::mouseClick(list.viewport(), Qt::LeftButton, modifiers,
-                          list.visualItemRect(list.item(row)).center());
-    };
-    click(0, {});
-    EXPECT_EQ(editor->project.currentPage, 0);
-    click(0, Qt::ControlModifier);
-    EXPECT_EQ(editor->project.currentPage, 0);
-    ASSERT_EQ(list.selectedItems().size(), 1);
-    EXPECT_EQ(list.row(list.selectedItems().front()), 0);
+                          list.visualItemRect(list.item(0)).center());
+        EXPECT_EQ(editor->project.currentPage, 0);
+        ASSERT_EQ(list.selectedItems().size(), 1);
+        EXPECT_EQ(list.row(list.selectedItems().front()), 0);
+    }
 }
 
 TEST_F(EditorTest, MenuItemsFollowTheSelectionTheClipboardThePagesAndTheSavedState)
@@ -180,16 +150,16 @@ TEST_F(EditorTest, MenuItemsFollowTheSelectionTheClipboardThePagesAndTheSavedSta
         CopyTextField(editor->layoutPath, c.value("path", "New"));
         json enabled = json::array();
         for (const json& item : items) {
-            if (Enabled(item[1]))
+            if (Item(item[1]).isEnabled())
                 enabled.push_back(item[0]);
         }
         EXPECT_EQ(enabled, c["enabled"]) << c["what"];
     }
-    EXPECT_FALSE(Checked(ID_OSCTESTMODE));
+    EXPECT_FALSE(Item(ID_OSCTESTMODE).isChecked());
     Command(ID_OSCTESTMODE);
-    EXPECT_TRUE(Checked(ID_OSCTESTMODE));
+    EXPECT_TRUE(Item(ID_OSCTESTMODE).isChecked());
     Command(ID_OSCTESTMODE);
-    EXPECT_FALSE(Checked(ID_OSCTESTMODE));
+    EXPECT_FALSE(Item(ID_OSCTESTMODE).isChecked());
     EXPECT_EQ(editor->modified, 0) << "test mode changes nothing";
 }
 

@@ -83,7 +83,7 @@ TEST(Module, StartsOnceAndPublishesItsIdentifierKeysAndTables)
     EXPECT_NE(*Entry<void**>("ArialFont"), nullptr);
 }
 
-TEST(Module, OpensEditorsInTheHostsFramesAndWithoutAParentMakesNoWindowOrMenu)
+TEST(Module, OpensEditorsShownInTheHostsFramesAndWithoutAParentOrAFrameNoWindow)
 {
     NeedApplication();
     Entry<InitializeEntry>("VornOSCEditor_Initialize")();
@@ -97,6 +97,7 @@ TEST(Module, OpensEditorsInTheHostsFramesAndWithoutAParentMakesNoWindowOrMenu)
 
     TestHostWindow hostWindow;
     hostWindow.resize(800, 600);
+    hostWindow.show();
     EXPECT_EQ(open(HandleOf(&hostWindow), "/no/such/layout.VornOsc"), nullptr);
     QObject* editor = ObjectOf(open(HandleOf(&hostWindow), nullptr));
     ASSERT_NE(editor, nullptr);
@@ -108,6 +109,20 @@ TEST(Module, OpensEditorsInTheHostsFramesAndWithoutAParentMakesNoWindowOrMenu)
     EXPECT_EQ(hostWindow.lastRequest.words[kRequestMenuWord],
               reinterpret_cast<std::intptr_t>(*menu));
     EXPECT_EQ(hostWindow.frame->menuBar->actions().size(), 6);
+    EXPECT_EQ(hostWindow.lastRequest.words[kRequestAcceleratorsWord],
+              reinterpret_cast<std::intptr_t>(Entry<const void*>("AcceleratorsOSC")));
+    EXPECT_EQ(TheTestBasics().allocArguments, (std::vector<int>{4, 0, 0, 0}));
+    EXPECT_FALSE(hostWindow.frame->windowIcon().isNull());
+    EXPECT_TRUE(qobject_cast<QWidget*>(editor)->isVisible());
+    EXPECT_EQ(qobject_cast<QWidget*>(editor)->geometry(), hostWindow.frame->contentsRect());
+
+    // A frame that is not made, or that is no window, opens no editor; the latter is closed.
+    hostWindow.answer = TestHostWindow::Answer::kNoFrame;
+    EXPECT_EQ(open(HandleOf(&hostWindow), nullptr), nullptr);
+    hostWindow.answer = TestHostWindow::Answer::kNotAWindow;
+    EXPECT_EQ(open(HandleOf(&hostWindow), nullptr), nullptr);
+    EXPECT_TRUE(hostWindow.notAWindowClosed);
+    EXPECT_EQ(hostWindow.notAWindow, nullptr) << "and destroyed";
 
     // The host fills the module's clipboard with controls of its own records.
     _OSCParms record{};

@@ -53,10 +53,6 @@ TestFrame::TestFrame(QWidget* parent, QMenu* moduleMenu)
     for (QAction* top : moduleMenu != nullptr ? moduleMenu->actions() : QList<QAction*>()) {
         QMenu* submenu = top->menu();
         menuBar->addMenu(submenu);
-        connect(submenu, &QMenu::aboutToShow, this, [this, submenu] {
-            toolkit::SendMessage(HandleOf(editor), WM_INITMENUPOPUP,
-                                 reinterpret_cast<std::intptr_t>(submenu), 0);
-        });
         connect(submenu, &QMenu::triggered, this, [this](QAction* action) {
             toolkit::SendMessage(HandleOf(editor), WM_COMMAND, action->data().toInt(), 0);
         });

@@ -24,8 +24,8 @@ public:
 TestBasics& TheTestBasics();
 
 // A frame the host makes for an editor: it takes the editor, shows its title,
-// and puts the module's menu in its menu bar, routing the menu's commands and
-// enable queries to its editor as a host's frame does.
+// and puts the module's menu in its menu bar, routing the menu's commands to
+// its editor as a host's frame does.
 class TestFrame : public QWidget {
 public:
     explicit TestFrame(QWidget* parent, QMenu* moduleMenu);
