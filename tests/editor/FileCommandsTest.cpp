@@ -69,6 +69,8 @@ TEST_F(EditorTest, SaveDialogsProposeTheirFolderAndNameAndWriteTheirFormatWhereC
         EXPECT_EQ(hostWindow.frame->title,
                   saveAs ? std::filesystem::path(chosen).stem().string() + " - OSC Editor" : title);
     }
+    EXPECT_TRUE(std::filesystem::is_directory(basics.dataFolder + "/OSC/TouchOSC"));
+    EXPECT_TRUE(std::filesystem::is_directory(basics.dataFolder + "/OSC/Lemur"));
 }
 
 TEST_F(EditorTest, APathLongerThan255BytesIsRefusedWithAMessageNotCut)

@@ -71,6 +71,8 @@ void Type(QDialog& dialog, const char* name, const char* text)
 
 TEST(OscTarget, TheDialogShowsTheTargetAndAllowsOkOnlyForAHostAndPortThatRead)
 {
+    const OscSettingsDialog empty({"", 9000});
+    EXPECT_FALSE(empty.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isEnabled());
     OscSettingsDialog dialog({"example.org", 8000});
     EXPECT_EQ(ToString(dialog.Target()), "example.org:8000");
     const QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
