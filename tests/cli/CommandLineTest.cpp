@@ -37,8 +37,10 @@ class CommandLine : public testing::Test {
 protected:
     void SetUp() override { fs::create_directory(tmp_); }
 
-    // Starts one run per argument list, all at once, and waits for them.
-    std::vector<VornoscRun> RunTogether(const std::vector<std::vector<std::string>>& runs)
+    // Starts one run per argument list, all at once, each after the shell
+    // commands in setup, and waits for them.
+    std::vector<VornoscRun> RunTogether(const std::vector<std::vector<std::string>>& runs,
+                                        const std::string& setup = "")
     {
         std::string script =
             "cd " + ShellQuoted(folder_.path()) + " && export TMPDIR=" + ShellQuoted(tmp_) + "\n";
@@ -47,7 +49,8 @@ protected:
             for (const std::string& arg : runs[i])
                 command += " " + ShellQuoted(arg);
             const std::string n = std::to_string(i);
-            script += "(" + command + " >.out" + n + " 2>.err" + n + "; echo $? >.rc" + n + ") &\n";
+            script += "(" + setup + command + " >.out" + n + " 2>.err" + n + "; echo $? >.rc" + n +
+                      ") &\n";
         }
         RunCommand(script + "wait");
         std::vector<VornoscRun> results;
@@ -57,7 +60,10 @@ protected:
         }
         return results;
     }
-    VornoscRun Vornosc(const std::vector<std::string>& args) { return RunTogether({args})[0]; }
+    VornoscRun Vornosc(const std::vector<std::string>& args, const std::string& setup = "")
+    {
+        return RunTogether({args}, setup)[0];
+    }
 
     void Write(const std::string& name, const std::string& bytes)
     {
@@ -169,6 +175,16 @@ TEST_F(CommandLine, AFileThatCannotBeReadOrWrittenFailsWithOneLineNamingItAndWri
         for (const std::string& out : outputs)
             EXPECT_EQ(Read(out), "old bytes") << out;
     }
+}
+
+// The layout JSON is larger than the stream's buffer, so the write that runs
+// into the limit goes straight to the file and closing the file succeeds.
+TEST_F(CommandLine, AWriteCutShortFailsEvenWhenClosingTheFileSucceeds)
+{
+    const VornoscRun run =
+        Vornosc({"convert", EXAMPLES_DIR "/Demo.json", "big.json"}, "trap '' XFSZ; ulimit -f 2; ");
+    ExpectOneLineFailure(run, "big.json", "cannot write: File too large");
+    EXPECT_EQ(Files(), std::set<std::string>{});
 }
 
 // Usage errors exit with 2 and the usage on stderr; help exits with 0 and
