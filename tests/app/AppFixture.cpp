@@ -7,6 +7,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSettings>
@@ -133,12 +134,18 @@ void AppTest::AnswerFileDialog(const std::string& path)
         auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
         if (dialog == nullptr || !dialog->isVisible())
             return;
-        timer->deleteLater();
         if (path.empty()) {
+            timer->deleteLater();
             dialog->reject();
             return;
         }
-        dialog->selectFile(QString::fromStdString(path));
+        // Typed as a user types it: selecting a file races with the dialog
+        // reading its folder in the background.
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (name == nullptr)
+            return;
+        timer->deleteLater();
+        name->setText(QString::fromStdString(path));
         static_cast<QDialog*>(dialog)->accept();
     });
     timer->start(10);
