@@ -19,6 +19,13 @@ namespace {
 
 using nlohmann::json;
 
+TEST_F(EditorTest, OpensShownFillingItsFrameBelowTheMenuBar)
+{
+    ASSERT_NE(Open(), nullptr);
+    EXPECT_TRUE(editor->isVisible());
+    EXPECT_EQ(editor->geometry(), hostWindow.frame->contentsRect());
+}
+
 TEST(FramePlacement, AFrameWithoutASizeTakesTheRightHalfShortOfTheEdgesElseWhereItStood)
 {
     const CRect host{0, 0, 800, 600}, half{400, 0, 796, 450};

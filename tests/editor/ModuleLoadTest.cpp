@@ -83,7 +83,7 @@ TEST(Module, StartsOnceAndPublishesItsIdentifierKeysAndTables)
     EXPECT_NE(*Entry<void**>("ArialFont"), nullptr);
 }
 
-TEST(Module, OpensEditorsShownInTheHostsFramesAndWithoutAParentOrAFrameNoWindow)
+TEST(Module, OpensEditorsInTheHostsFramesAndWithoutAParentOrAFrameNoWindow)
 {
     NeedApplication();
     Entry<InitializeEntry>("VornOSCEditor_Initialize")();
@@ -97,7 +97,6 @@ TEST(Module, OpensEditorsShownInTheHostsFramesAndWithoutAParentOrAFrameNoWindow)
 
     TestHostWindow hostWindow;
     hostWindow.resize(800, 600);
-    hostWindow.show();
     EXPECT_EQ(open(HandleOf(&hostWindow), "/no/such/layout.VornOsc"), nullptr);
     QObject* editor = ObjectOf(open(HandleOf(&hostWindow), nullptr));
     ASSERT_NE(editor, nullptr);
@@ -113,8 +112,6 @@ TEST(Module, OpensEditorsShownInTheHostsFramesAndWithoutAParentOrAFrameNoWindow)
               reinterpret_cast<std::intptr_t>(Entry<const void*>("AcceleratorsOSC")));
     EXPECT_EQ(TheTestBasics().allocArguments, (std::vector<int>{4, 0, 0, 0}));
     EXPECT_FALSE(hostWindow.frame->windowIcon().isNull());
-    EXPECT_TRUE(qobject_cast<QWidget*>(editor)->isVisible());
-    EXPECT_EQ(qobject_cast<QWidget*>(editor)->geometry(), hostWindow.frame->contentsRect());
 
     // A frame that is not made, or that is no window, opens no editor; the latter is closed.
     hostWindow.answer = TestHostWindow::Answer::kNoFrame;
