@@ -209,7 +209,9 @@ TEST_F(CommandLine, UsageErrorsExitTwoAndHelpExitsZero)
 
 // Side by side, as scripts run them: each run has a temporary index.xml of its
 // own, so no archive gets another's layout, and the data folders go with them.
-// Old outputs are replaced, and every output has the permissions of a plain new file.
+// Old outputs are replaced, and every output has the permissions of a plain new
+// file. Stdin is closed, as some schedulers start scripts, so that a new file
+// may be given descriptor 0.
 TEST_F(CommandLine, ExportsRunTogetherWriteTheirOwnFilesAndNothingElse)
 {
     Write("small.json", R"({"pages": [{"name": "Small", "controls": [{"type": "Fader"}]}]})");
@@ -221,7 +223,7 @@ TEST_F(CommandLine, ExportsRunTogetherWriteTheirOwnFilesAndNothingElse)
         {"convert", demo, "Demo2.TouchOSC"},       {"convert", "small.json", "Small2.touchosc"},
         {"convert", "small.json", "Small.JZML"},   {"convert", "small.json", "Small.Json"},
         {"convert", "small.json", "Small.VornOsc"}};
-    for (const VornoscRun& run : RunTogether(exports)) {
+    for (const VornoscRun& run : RunTogether(exports, "exec <&-; ")) {
         EXPECT_EQ(run.status, 0) << run.err;
         EXPECT_EQ(run.err, "");
     }
