@@ -34,6 +34,7 @@ TEST(RenderCommand, PaintsAPageAtTheDevicesScreenSizeAsTheCanvasShowsIt)
     EXPECT_EQ(ipad.size(), QSize(1024, 768));
     EXPECT_EQ(iphone.size(), QSize(480, 320));
     EXPECT_EQ(ipad.pixel(4, 20), qRgb(0x3F, 0x3F, 0x3F)) << "the title strip";
+    EXPECT_EQ(ipad.pixel(870, 400), qRgb(0, 0, 0)) << "the page, with no scroll bar across it";
     EXPECT_EQ(ipad.pixel(14, 60), qRgb(0, 0, 0)) << "an unselected label's outline";
     EXPECT_EQ(iphone.pixel(100, 28), qRgb(0x7F, 0, 0)) << "the test mode banner";
 }
