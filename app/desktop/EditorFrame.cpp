@@ -20,6 +20,19 @@ QWidget* EditorFrame::Editor() const
     return widget();
 }
 
+QString EditorFrame::LayoutPath() const
+{
+    char folder[256] = "";
+    char name[256] = "";
+    HostRequest request;
+    request.words[0] = kRequestSplitPath;
+    request.words[kRequestFolderWord] = reinterpret_cast<std::intptr_t>(folder);
+    request.words[kRequestNameWord] = reinterpret_cast<std::intptr_t>(name);
+    Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request));
+    const QString file = QString::fromUtf8(name);
+    return *folder == '\0' ? file : QString::fromUtf8(folder) + QLatin1Char('/') + file;
+}
+
 std::intptr_t EditorFrame::Send(unsigned message, std::intptr_t wParam, std::intptr_t lParam) const
 {
     if (widget() == nullptr)

@@ -18,6 +18,8 @@ public:
     QWidget* Editor() const;
     // A name of this frame's own, for its recovery copy.
     const QString& RecoveryName() const { return recoveryName_; }
+    // The path of the editor's layout, as the editor tells it ("New" until saved).
+    QString LayoutPath() const;
     // Delivers a message to the editor at once and returns its answer.
     std::intptr_t Send(unsigned message, std::intptr_t wParam = 0, std::intptr_t lParam = 0) const;
 

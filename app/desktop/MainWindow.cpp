@@ -45,18 +45,6 @@ int CommandOf(const QAction* action)
     return action->data().toInt();
 }
 
-std::string PathOf(const EditorFrame& frame)
-{
-    char folder[256] = "";
-    char name[256] = "";
-    HostRequest request;
-    request.words[0] = kRequestSplitPath;
-    request.words[kRequestFolderWord] = reinterpret_cast<std::intptr_t>(folder);
-    request.words[kRequestNameWord] = reinterpret_cast<std::intptr_t>(name);
-    frame.Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request));
-    return *folder == '\0' ? std::string(name) : std::string(folder) + '/' + name;
-}
-
 }  // namespace
 
 MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
@@ -406,7 +394,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     // Every editor is asked in turn; the first Cancel keeps everything open.
     for (EditorFrame* frame : Frames()) {
-        const QString path = QString::fromStdString(PathOf(*frame));
+        const QString path = frame->LayoutPath();
         if (!frame->close()) {
             event->ignore();
             return;

@@ -18,19 +18,6 @@ namespace {
 const QString kNoteSuffix = QStringLiteral(".path");
 const QString kCopySuffix = QStringLiteral(".VornOsc");
 
-QString OriginalPathOf(const EditorFrame& frame)
-{
-    char folder[256] = "";
-    char name[256] = "";
-    HostRequest request;
-    request.words[0] = kRequestSplitPath;
-    request.words[kRequestFolderWord] = reinterpret_cast<std::intptr_t>(folder);
-    request.words[kRequestNameWord] = reinterpret_cast<std::intptr_t>(name);
-    frame.Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request));
-    const QString file = QString::fromUtf8(name);
-    return *folder == '\0' ? file : QString::fromUtf8(folder) + QLatin1Char('/') + file;
-}
-
 void RemoveCopy(const QString& copy)
 {
     QFile::remove(copy);
@@ -88,7 +75,7 @@ void RecoveryKeeper::Update(const QList<EditorFrame*>& frames)
         }
         QSaveFile note(copy + kNoteSuffix);
         if (note.open(QIODevice::WriteOnly)) {
-            note.write(OriginalPathOf(*frame).toUtf8());
+            note.write(frame->LayoutPath().toUtf8());
             note.commit();
         }
         QFile::remove(copy);

@@ -101,18 +101,6 @@ bool AppTest::Modified() const
     return Ask(request) != 0;
 }
 
-std::string AppTest::LayoutPath() const
-{
-    char folderPart[256] = "";
-    char namePart[256] = "";
-    HostRequest request;
-    request.words[0] = kRequestSplitPath;
-    request.words[kRequestFolderWord] = reinterpret_cast<std::intptr_t>(folderPart);
-    request.words[kRequestNameWord] = reinterpret_cast<std::intptr_t>(namePart);
-    Ask(request);
-    return *folderPart == '\0' ? namePart : std::string(folderPart) + '/' + namePart;
-}
-
 std::unique_ptr<OSCProject> AppTest::Layout() const
 {
     const std::string copy = folder / "layout-now.VornOsc";

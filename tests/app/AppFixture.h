@@ -28,10 +28,9 @@ protected:
     // A copy of the example layout in the test's folder.
     std::string CopyOfExample(const std::string& name);
     // The active editor's canvas, and what its host can ask of it: whether its
-    // layout has unsaved changes, its path, and the layout as it stands.
+    // layout has unsaved changes, and the layout as it stands.
     QWidget& Canvas() const;
     bool Modified() const;
-    std::string LayoutPath() const;
     std::unique_ptr<OSCProject> Layout() const;
     // Chooses path in the next file dialog that opens, or cancels it when empty.
     void AnswerFileDialog(const std::string& path);

@@ -144,7 +144,7 @@ TEST_F(AppTest, OpenRecentOffersTheLayoutsOpenedLatestFirst)
     ASSERT_EQ(recent->actions().size(), 2);
     recent->actions().back()->trigger();
     EXPECT_EQ(window->Frames().size(), 3);
-    EXPECT_EQ(LayoutPath(), first);
+    EXPECT_EQ(Frame().LayoutPath().toStdString(), first);
 }
 
 }  // namespace

@@ -99,8 +99,8 @@ TEST_F(AppTest, CopiesLeftByAnEndedRunAreOfferedOnceToReopenOrDiscard)
         EXPECT_TRUE(answeredTexts->front().contains(QStringLiteral("/shows/Song.VornOsc")));
         EXPECT_EQ(window->Frames().size(), answer == QMessageBox::Open ? 1 : 0);
         if (answer == QMessageBox::Open) {
-            EXPECT_TRUE(QString::fromStdString(LayoutPath())
-                            .contains(QStringLiteral("/Recovered/Song (recovered ")));
+            EXPECT_TRUE(
+                Frame().LayoutPath().contains(QStringLiteral("/Recovered/Song (recovered ")));
         }
         EXPECT_FALSE(QDir(ended).exists());
         EXPECT_EQ(CopiesIn(running).size(), 1) << "a running application keeps its copies";
