@@ -1,184 +1,126 @@
 #include "AppFixture.h"
 
+#include "app/desktop/ModuleLibrary.h"
 #include "document/LayoutFile.h"
 #include "host/Messages.h"
 #include "tests/support/FakeHost.h"
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
+#include <QMetaEnum>
 #include <QSettings>
-#include <QStandardPaths>
-#include <QTimer>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 namespace {
 
 ModuleLibrary& Module()
 {
     static ModuleLibrary module;
-    static const bool loaded = [] {
-        std::string error;
-        if (!module.Load(VORNOSC_MODULE, error))
-            throw std::runtime_error(error);
-        return true;
-    }();
-    (void)loaded;
+    static std::string error;
+    static const bool loaded = module.Load(VORNOSC_MODULE, error);
+    if (!loaded)
+        throw std::runtime_error(error);
     return module;
 }
 
-// The menu item of command id and the menu it is in.
-std::pair<QMenu*, QAction*> FindCommand(QMenu* menu, const QList<QAction*>& actions, int id)
+// The menu item of command id, found as a user finds it: each menu on the way is opened, which
+// brings its items up to date.
+QAction* MenuItem(const QList<QAction*>& actions, int id)
 {
     for (QAction* action : actions) {
-        if (QMenu* submenu = action->menu()) {
-            if (auto found = FindCommand(submenu, submenu->actions(), id); found.second)
+        if (QMenu* menu = action->menu()) {
+            Q_EMIT menu->aboutToShow();
+            if (QAction* found = MenuItem(menu->actions(), id))
                 return found;
         } else if (action->data().toInt() == id) {
-            return {menu, action};
+            return action;
         }
     }
-    return {};
+    return nullptr;
 }
 
 }  // namespace
 
+std::unique_ptr<OSCProject> ReadLayout(const std::string& path)
+{
+    auto layout = std::make_unique<OSCProject>();
+    FakeHost host;
+    if (ReadLayoutFile(ReadWholeFile(path).value_or(""), *layout, &host) != 0)
+        throw std::runtime_error(path + " is no layout");
+    return layout;
+}
+
 AppTest::AppTest()
 {
-    QStandardPaths::setTestModeEnabled(true);
     QSettings().clear();
     window = std::make_unique<MainWindow>(Module(), OscTarget{"127.0.0.1", receiver.Port()});
     window->show();
     QApplication::setActiveWindow(window.get());
-}
-
-AppTest::~AppTest()
-{
-    // Whatever is still open goes without questions.
-    // Deleted, not closed: nothing is asked.
-    qDeleteAll(window->Frames());
+    // Polled, since each box opens only after the previous answer is handled.
+    QObject::connect(&answering, &QTimer::timeout, [this] {
+        auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (answers.empty() || modal == nullptr || !modal->isVisible())
+            return;
+        const std::string answer = answers.front();
+        answers.pop_front();
+        if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+            // The test's folder written as "<folder>", so that the texts can be told in advance.
+            answered.push_back(box->text()
+                                   .replace(QString::fromStdString(folder.path().string()),
+                                            QStringLiteral("<folder>"))
+                                   .toStdString());
+            const int button =
+                QMetaEnum::fromType<QMessageBox::StandardButtons>().keyToValue(answer.c_str());
+            box->button(static_cast<QMessageBox::StandardButton>(button))->click();
+        } else if (answer.empty()) {
+            modal->reject();
+        } else {
+            // Typed as a user types it: selecting a file races with the dialog reading its folder.
+            modal->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
+                ->setText(QString::fromStdString(folder / answer));
+            modal->accept();
+        }
+    });
+    answering.start(10);
 }
 
 std::string AppTest::CopyOfExample(const std::string& name)
 {
-    const std::string path = folder / name;
-    std::filesystem::copy_file(EXAMPLES_DIR "/Demo.VornOsc", path);
-    return path;
-}
-
-EditorFrame& AppTest::Frame() const
-{
-    EditorFrame* frame = window->ActiveFrame();
-    if (frame == nullptr)
-        throw std::runtime_error("no editor is open");
-    return *frame;
-}
-
-QWidget& AppTest::Canvas() const
-{
-    for (QWidget* child : Frame().Editor()->findChildren<QWidget*>()) {
-        if (QLatin1String(child->metaObject()->className()) == QLatin1String("TVornOSCView"))
-            return *child;
-    }
-    throw std::runtime_error("the editor has no canvas");
-}
-
-std::intptr_t AppTest::Ask(HostRequest& request) const
-{
-    return Frame().Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request));
+    std::filesystem::copy_file(EXAMPLES_DIR "/Demo.VornOsc", folder / name);
+    return folder / name;
 }
 
 bool AppTest::Modified() const
 {
     HostRequest request;
     request.words[0] = kRequestIsModified;
-    return Ask(request) != 0;
+    return Frame().Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request)) != 0;
 }
 
-std::unique_ptr<OSCProject> AppTest::Layout() const
+void AppTest::Pick(int id)
 {
-    const std::string copy = folder / "layout-now.VornOsc";
-    HostRequest request;
-    request.words[0] = kRequestWriteCopy;
-    request.words[kRequestCopyPathWord] = reinterpret_cast<std::intptr_t>(copy.c_str());
-    auto layout = std::make_unique<OSCProject>();
-    FakeHost host;
-    if (Ask(request) == 0 || ReadLayoutFile(Contents(copy), *layout, &host) != 0)
-        throw std::runtime_error("the editor gave no copy of its layout");
-    return layout;
-}
-
-void AppTest::AnswerFileDialog(const std::string& path)
-{
-    auto* timer = new QTimer(window.get());
-    timer->setObjectName(QStringLiteral("answer"));
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, path] {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (dialog == nullptr || !dialog->isVisible())
-            return;
-        if (path.empty()) {
-            timer->deleteLater();
-            dialog->reject();
-            return;
-        }
-        // Typed as a user types it: selecting a file races with the dialog
-        // reading its folder in the background.
-        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        if (name == nullptr)
-            return;
-        timer->deleteLater();
-        name->setText(QString::fromStdString(path));
-        static_cast<QDialog*>(dialog)->accept();
-    });
-    timer->start(10);
-}
-
-void AppTest::PickModuleCommand(int id)
-{
-    const auto [menu, action] = FindCommand(nullptr, window->menuBar()->actions(), id);
-    if (action == nullptr)
+    QAction* item = MenuItem(window->menuBar()->actions(), id);
+    if (item == nullptr)
         throw std::runtime_error("the menus have no command " + std::to_string(id));
-    // A user opens the menu first, which brings its items up to date.
-    Q_EMIT menu->aboutToShow();
-    action->trigger();
+    item->trigger();
 }
 
-void AppTest::Answer(std::vector<QMessageBox::StandardButton> answers)
+int main(int argc, char** argv)
 {
-    // Polled, since each box opens only after the previous answer is handled.
-    *unanswered += static_cast<int>(answers.size());
-    auto* timer = new QTimer(window.get());
-    timer->setObjectName(QStringLiteral("answer"));
-    QObject::connect(timer, &QTimer::timeout, timer,
-                     [timer, answers, left = unanswered, texts = answeredTexts]() mutable {
-                         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-                         if (box == nullptr || !box->isVisible())
-                             return;
-                         const QMessageBox::StandardButton answer = answers.front();
-                         answers.erase(answers.begin());
-                         --*left;
-                         texts->append(box->text());
-                         if (answers.empty())
-                             timer->deleteLater();
-                         box->button(answer)->click();
-                     });
-    timer->start(10);
-}
-
-void AppTest::CancelAnswers()
-{
-    qDeleteAll(window->findChildren<QTimer*>(QStringLiteral("answer")));
-    *unanswered = 0;
-}
-
-std::string Contents(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    // The settings and data of every application run here, this one and those it starts, kept
+    // apart from the user's.
+    const TempFolder home;
+    qputenv("XDG_CONFIG_HOME", (home / "config").c_str());
+    qputenv("XDG_DATA_HOME", (home / "data").c_str());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    QApplication::setOrganizationName(QStringLiteral("vornosc"));
+    QApplication::setApplicationName(QStringLiteral("vornosc"));
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
 }

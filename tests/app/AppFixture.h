@@ -2,52 +2,47 @@
 
 #include "app/desktop/EditorFrame.h"
 #include "app/desktop/MainWindow.h"
-#include "app/desktop/ModuleLibrary.h"
 #include "document/OSCProject.h"
-#include "host/Messages.h"
 #include "tests/osc/OscReceiver.h"
 #include "tests/support/TempFolder.h"
+#include "tests/support/TestFiles.h"
 
-#include <QMessageBox>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <memory>
 #include <string>
 
-// The bytes of the file at path; empty when there is none.
-std::string Contents(const std::string& path);
+// The layout in the file at path; throws when it does not read.
+std::unique_ptr<OSCProject> ReadLayout(const std::string& path);
 
-// The application's main window with the built module loaded, sending test
-// values to a receiver of the test's own, with settings and data kept apart.
+// The application's main window with the built module loaded, sending test values to a
+// receiver of the test's own.
 class AppTest : public ::testing::Test {
 protected:
     AppTest();
-    ~AppTest() override;
 
     // A copy of the example layout in the test's folder.
     std::string CopyOfExample(const std::string& name);
-    // The active editor's canvas, and what its host can ask of it: whether its
-    // layout has unsaved changes, and the layout as it stands.
-    QWidget& Canvas() const;
+    bool Open(const std::string& path) { return window->OpenLayout(QString::fromStdString(path)); }
+    EditorFrame& Frame() const { return *window->ActiveFrame(); }
+    // Whether the active editor's layout has unsaved changes, as the editor tells its host.
     bool Modified() const;
-    std::unique_ptr<OSCProject> Layout() const;
-    // Chooses path in the next file dialog that opens, or cancels it when empty.
-    void AnswerFileDialog(const std::string& path);
-    // Runs the module's menu item of command id as a user picking it would.
-    void PickModuleCommand(int id);
-    // Presses the button in the message boxes that open next, one per answer;
-    // unanswered counts those still waiting for their box.
-    void Answer(std::vector<QMessageBox::StandardButton> answers);
-    // Drops the answers whose boxes never came.
-    void CancelAnswers();
-    std::shared_ptr<int> unanswered = std::make_shared<int>(0);
-    std::shared_ptr<QStringList> answeredTexts = std::make_shared<QStringList>();
-
-    EditorFrame& Frame() const;
-    std::intptr_t Ask(HostRequest& request) const;
+    // Runs the menu item of the module's command id as a user picking it would.
+    void Pick(int id);
+    // Answers the boxes and dialogs that open next, in this order: a message box with the name
+    // of its button ("Save"), a file dialog with a path in the test's folder ("" cancels it).
+    void WillAnswer(std::initializer_list<std::string> next)
+    {
+        answers.insert(answers.end(), next);
+    }
 
     TempFolder folder;
     OscReceiver receiver;
     std::unique_ptr<MainWindow> window;
+    std::deque<std::string> answers;    // those whose box has not come yet
+    std::vector<std::string> answered;  // the text of each box answered
+    QTimer answering;
 };
