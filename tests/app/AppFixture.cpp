@@ -2,7 +2,6 @@
 
 #include "app/desktop/ModuleLibrary.h"
 #include "document/LayoutFile.h"
-#include "host/Messages.h"
 #include "tests/support/FakeHost.h"
 
 #include <QAbstractButton>
@@ -13,36 +12,15 @@
 #include <QMessageBox>
 #include <QMetaEnum>
 #include <QSettings>
+#include <QStandardPaths>
 
+#include <cstdio>
 #include <filesystem>
 
 namespace {
 
-ModuleLibrary& Module()
-{
-    static ModuleLibrary module;
-    static std::string error;
-    static const bool loaded = module.Load(VORNOSC_MODULE, error);
-    if (!loaded)
-        throw std::runtime_error(error);
-    return module;
-}
-
-// The menu item of command id, found as a user finds it: each menu on the way is opened, which
-// brings its items up to date.
-QAction* MenuItem(const QList<QAction*>& actions, int id)
-{
-    for (QAction* action : actions) {
-        if (QMenu* menu = action->menu()) {
-            Q_EMIT menu->aboutToShow();
-            if (QAction* found = MenuItem(menu->actions(), id))
-                return found;
-        } else if (action->data().toInt() == id) {
-            return action;
-        }
-    }
-    return nullptr;
-}
+// Loaded in main, as the application loads it at start.
+ModuleLibrary module;
 
 }  // namespace
 
@@ -55,10 +33,21 @@ std::unique_ptr<OSCProject> ReadLayout(const std::string& path)
     return layout;
 }
 
+QString RecoveryFolder(qint64 run)
+{
+    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+           QStringLiteral("/recovery/") + QString::number(run);
+}
+
+QStringList CopiesIn(const QString& folder)
+{
+    return QDir(folder).entryList({QStringLiteral("*.VornOsc")}, QDir::Files);
+}
+
 AppTest::AppTest()
 {
     QSettings().clear();
-    window = std::make_unique<MainWindow>(Module(), OscTarget{"127.0.0.1", receiver.Port()});
+    window = std::make_unique<MainWindow>(module, OscTarget{"127.0.0.1", receiver.Port()});
     window->show();
     QApplication::setActiveWindow(window.get());
     // Polled, since each box opens only after the previous answer is handled.
@@ -95,19 +84,16 @@ std::string AppTest::CopyOfExample(const std::string& name)
     return folder / name;
 }
 
-bool AppTest::Modified() const
-{
-    HostRequest request;
-    request.words[0] = kRequestIsModified;
-    return Frame().Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request)) != 0;
-}
-
 void AppTest::Pick(int id)
 {
-    QAction* item = MenuItem(window->menuBar()->actions(), id);
-    if (item == nullptr)
-        throw std::runtime_error("the menus have no command " + std::to_string(id));
-    item->trigger();
+    for (QAction* top : window->menuBar()->actions()) {
+        Q_EMIT top->menu()->aboutToShow();  // as a user opens it, which brings its items up to date
+        for (QAction* item : top->menu()->actions()) {
+            if (item->data().toInt() == id)
+                return item->trigger();
+        }
+    }
+    throw std::runtime_error("the menus have no command " + std::to_string(id));
 }
 
 int main(int argc, char** argv)
@@ -121,6 +107,11 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("vornosc"));
     QApplication::setApplicationName(QStringLiteral("vornosc"));
+    std::string error;
+    if (!module.Load(VORNOSC_MODULE, error)) {
+        std::fprintf(stderr, "%s\n", error.c_str());
+        return 1;
+    }
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -7,6 +7,7 @@
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestFiles.h"
 
+#include <QDir>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -17,6 +18,9 @@
 
 // The layout in the file at path; throws when it does not read.
 std::unique_ptr<OSCProject> ReadLayout(const std::string& path);
+// Where the application of process run keeps its recovery copies, and the copies in a folder.
+QString RecoveryFolder(qint64 run);
+QStringList CopiesIn(const QString& folder);
 
 // The application's main window with the built module loaded, sending test values to a
 // receiver of the test's own.
@@ -28,8 +32,6 @@ protected:
     std::string CopyOfExample(const std::string& name);
     bool Open(const std::string& path) { return window->OpenLayout(QString::fromStdString(path)); }
     EditorFrame& Frame() const { return *window->ActiveFrame(); }
-    // Whether the active editor's layout has unsaved changes, as the editor tells its host.
-    bool Modified() const;
     // Runs the menu item of the module's command id as a user picking it would.
     void Pick(int id);
     // Answers the boxes and dialogs that open next, in this order: a message box with the name

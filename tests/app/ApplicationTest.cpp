@@ -51,26 +51,22 @@ TEST_F(AppTest, InsertPutsEachTypeOfControlOnAnEmptyPageAndParametersFromAFileOn
     window->NewLayout();
     for (int type = 0; type < kControlTypeCount; ++type)
         window->InsertControl(type);
-    EXPECT_TRUE(Modified());
-    const std::string bad = folder / "bad.json", good = folder / "good.json";
-    WriteWholeFile(bad, R"([{"name": "Cutoff", "device": 2, "control": 74}])");
-    WriteWholeFile(good, R"([{"name": "Cutoff", "device": 2, "control": 74, "x": 0, "y": 0,
-        "width": 60, "height": 60, "min": 0, "max": 127, "type": "Knob"}])");
     WillAnswer({"Ok", "Save", "Inserted.VornOsc"});
-    window->InsertParametersFrom(QString::fromStdString(bad));
-    window->InsertParametersFrom(QString::fromStdString(good));
+    window->InsertParametersFrom(QStringLiteral(DATA_DIR "/parameters-without-place.json"));
+    window->InsertParametersFrom(QStringLiteral(DATA_DIR "/parameters.json"));
     Frame().close();
     EXPECT_EQ(answered,
-              (std::vector<std::string>{"The parameters in \u201c<folder>/bad.json\u201d were not "
-                                        "inserted: in parameter 1, \"x\" is missing.",
+              (std::vector<std::string>{"The parameters in \u201c" DATA_DIR
+                                        "/parameters-without-place.json\u201d were "
+                                        "not inserted: in parameter 1, \"x\" is missing.",
                                         "Save the changes to \u201cNew\u201d before closing?"}));
     const auto layout = ReadLayout(folder / "Inserted.VornOsc");
     const auto& controls = layout->pages[0]->controls;  // the newest first
     ASSERT_EQ(controls.size(), 6u);
     EXPECT_STREQ(controls[0]->command, "/TRVX/ID2/SetVal/Ctl74");
-    for (int type = 0; type < kControlTypeCount; ++type) {
-        EXPECT_EQ(controls[static_cast<std::size_t>(5 - type)]->type, type);
-        EXPECT_GE(controls[static_cast<std::size_t>(5 - type)]->y, 40) << "below the title strip";
+    for (std::size_t type = 0; type < kControlTypeCount; ++type) {
+        EXPECT_EQ(controls[5 - type]->type, type);
+        EXPECT_GE(controls[5 - type]->y, 40) << "below the title strip";
     }
 }
 

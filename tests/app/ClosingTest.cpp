@@ -1,22 +1,26 @@
 // Closing a layout or quitting asks about each changed layout and never loses a change the user
-// did not choose to give up.
+// did not choose to give up; until then a recovery copy keeps it.
 #include "AppFixture.h"
 #include "document/ControlTables.h"
+#include "editor/CommandIds.h"
+
+#include <QCoreApplication>
 
 #include <filesystem>
 
 namespace {
 
-TEST_F(AppTest, ClosingAndQuittingSaveDiscardOrKeepEachChangedLayoutAsAnswered)
+TEST_F(AppTest, ClosingAndQuittingSaveDiscardOrKeepEachChangedLayoutAsAnsweredWithACopyMeanwhile)
 {
     const std::string demo = ReadWholeFile(EXAMPLES_DIR "/Demo.VornOsc").value();
+    const QString copies = RecoveryFolder(QCoreApplication::applicationPid());
     const auto here = std::filesystem::current_path();
     std::filesystem::current_path(folder.path());  // where a layout never saved would go as "New"
     std::filesystem::create_directory(folder / "gone");
-    // Each step changes the layout it opens, if any, and closes the active one or quits.
+    // Each step changes the layout it opens, if any, then closes the active one, quits or saves.
     for (const nlohmann::json& c : Cases(DATA_DIR "/app.json", "closing")) {
         SCOPED_TRACE(c.dump());
-        const std::string open = c.value("open", "");
+        const std::string open = c.value("open", ""), action = c.value("do", "");
         if (open == "New")
             window->NewLayout();
         else if (!open.empty())
@@ -26,20 +30,25 @@ TEST_F(AppTest, ClosingAndQuittingSaveDiscardOrKeepEachChangedLayoutAsAnswered)
         if (open.starts_with("gone/"))
             std::filesystem::remove_all(folder / "gone");  // so that saving it fails
         answered.clear();
-        for (const std::string answer : c["answers"])
+        for (const std::string answer : c.value("answers", nlohmann::json::array()))
             answers.push_back(answer);
-        if (c.value("quit", false))
+        if (action == "quit")
             EXPECT_EQ(window->close(), c["frames"] == 0);
-        else if (!c["answers"].empty())
+        else if (action == "close")
             Frame().close();
+        else if (action == "save")
+            Pick(ID_FILE_SAVE);
         EXPECT_TRUE(answers.empty());
         EXPECT_EQ(answered, c.value("asked", std::vector<std::string>()));
         ASSERT_EQ(window->Frames().size(), c["frames"]);
-        EXPECT_TRUE(window->Frames().isEmpty() || Modified()) << "what stays open stays changed";
         EXPECT_EQ(ReadWholeFile(folder / c["file"]).value_or(demo) != demo, c["written"]);
+        window->KeepRecoveryCopies();
+        EXPECT_EQ(CopiesIn(copies).size(), c["copies"]);
     }
     EXPECT_FALSE(std::filesystem::exists(folder / "New"));
     std::filesystem::current_path(here);
+    window.reset();
+    EXPECT_FALSE(QDir(copies).exists()) << "a clean exit leaves no copies";
 }
 
 }  // namespace

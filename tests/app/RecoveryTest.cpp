@@ -1,13 +1,8 @@
-// Unsaved changes outlive a crash: recovery copies, kept while a layout has changes and offered
-// at the next start.
+// Unsaved changes outlive a crash: the recovery copies a killed run leaves are offered at the
+// next start.
 #include "AppFixture.h"
-#include "document/ControlTables.h"
-#include "editor/CommandIds.h"
 
-#include <QCoreApplication>
-#include <QDir>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QThread>
 
 #include <csignal>
@@ -15,48 +10,12 @@
 
 namespace {
 
-QString RecoveryFolder(qint64 run)
-{
-    return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
-           QStringLiteral("/recovery/") + QString::number(run);
-}
-
-QStringList CopiesIn(const QString& folder)
-{
-    return QDir(folder).entryList({QStringLiteral("*.VornOsc")}, QDir::Files);
-}
-
-TEST_F(AppTest, ALayoutHasARecoveryCopyExactlyWhileItHasUnsavedChangesAndNoneAfterACleanExit)
-{
-    const QString own = RecoveryFolder(QCoreApplication::applicationPid());
-    const auto copies = [&] {
-        window->KeepRecoveryCopies();
-        return CopiesIn(own).size();
-    };
-    Open(CopyOfExample("Show.VornOsc"));
-    EXPECT_EQ(copies(), 0);
-    window->InsertControl(kFader);
-    EXPECT_EQ(copies(), 1);
-    Pick(ID_FILE_SAVE);
-    EXPECT_EQ(copies(), 0) << "saved";
-    window->InsertControl(kKnob);
-    EXPECT_EQ(copies(), 1);
-    WillAnswer({"Discard"});
-    Frame().close();
-    EXPECT_EQ(copies(), 0) << "given up";
-    window.reset();
-    EXPECT_FALSE(QDir(own).exists());
-}
-
 TEST_F(AppTest, AKilledApplicationsUnsavedLayoutIsOfferedOnceAtTheNextStartToReopenOrDiscard)
 {
     const std::string layout = CopyOfExample("Live.VornOsc");
-    WriteWholeFile(folder / "parameters.json",
-                   R"([{"name": "Cutoff", "device": 2, "control": 74, "x": 0, "y": 0,
-                       "width": 60, "height": 60, "min": 0, "max": 127, "type": "Knob"}])");
     QProcess vornosc;
     vornosc.start(QStringLiteral(VORNOSC_BINARY),
-                  {QStringLiteral("--insert"), QString::fromStdString(folder / "parameters.json"),
+                  {QStringLiteral("--insert"), QStringLiteral(DATA_DIR "/parameters.json"),
                    QString::fromStdString(layout)});
     ASSERT_TRUE(vornosc.waitForStarted());
     const QString killed = RecoveryFolder(vornosc.processId());

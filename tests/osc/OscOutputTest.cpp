@@ -17,14 +17,13 @@ namespace {
 using namespace Qt::StringLiterals;
 using Messages = std::vector<std::string>;
 
-TEST(OscSender, SendsEachValueAsOneInt32InOrderToTheTargetSetLast)
+TEST(OscSender, SendsEachValueAsOneInt32InOrderToTheTargetSetLastOrFailsNamingIt)
 {
     OscReceiver first, second;
     OscSender sender({"127.0.0.1", first.Port()});
     std::string error;
     EXPECT_TRUE(sender.Send("/TRVX/", std::numeric_limits<std::int32_t>::min(), error)) << error;
     sender.SetTarget({"127.0.0.1", second.Port()});
-    EXPECT_EQ(sender.Target().port, second.Port());
     for (const std::int32_t value : {0, std::numeric_limits<std::int32_t>::max(), -1})
         EXPECT_TRUE(sender.Send("/TRVX/ID3/SetVal/Ctl7", value, error)) << error;
     EXPECT_EQ(second.WaitFor(3),
@@ -32,12 +31,7 @@ TEST(OscSender, SendsEachValueAsOneInt32InOrderToTheTargetSetLast)
                         "/TRVX/ID3/SetVal/Ctl7 -1"}));
     // A stray message to the first would have come by now.
     EXPECT_EQ(first.WaitFor(1), Messages{"/TRVX/ -2147483648"});
-}
-
-TEST(OscSender, AHostThatDoesNotResolveFailsNamingTheTarget)
-{
-    OscSender sender({"no-such-host.invalid", 9000});
-    std::string error;
+    sender.SetTarget({"no-such-host.invalid", 9000});
     EXPECT_FALSE(sender.Send("/TRVX/a", 1, error));
     EXPECT_NE(error.find("no-such-host.invalid:9000"), std::string::npos) << error;
 }

@@ -33,11 +33,8 @@ TEST(OscTarget, ReadsHostPortAndWritesTheSameTextBackOrTellsWhatToType)
 TEST(OscTarget, TheSavedTargetLoadsInTheNextRunAndOneThatDoesNotReadLoadsTheDefault)
 {
     const QTemporaryDir folder;
-    const QString file = folder.filePath(QStringLiteral("vornosc.ini"));
-    QSettings lastRun(file, QSettings::IniFormat);
-    SaveOscTarget(lastRun, {"::1", 7000});
-    lastRun.sync();
-    QSettings settings(file, QSettings::IniFormat);
+    QSettings settings(folder.filePath(QStringLiteral("vornosc.ini")), QSettings::IniFormat);
+    SaveOscTarget(settings, {"::1", 7000});
     EXPECT_EQ(settings.value(QStringLiteral("osc/target")), QStringLiteral("[::1]:7000"));
     EXPECT_EQ(ToString(LoadOscTarget(settings)), "[::1]:7000");
     for (const char* stored : {"", "nonsense", "example.org:0"}) {
@@ -46,32 +43,24 @@ TEST(OscTarget, TheSavedTargetLoadsInTheNextRunAndOneThatDoesNotReadLoadsTheDefa
     }
 }
 
-// Replaces the text of the widget of that name as a user does: select all, erase, type.
-void Type(QDialog& dialog, const char* name, const std::string& text)
-{
-    QWidget* widget = dialog.findChild<QWidget*>(QString::fromUtf8(name));
-    QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClick(widget, Qt::Key_Backspace);
-    QTest::keyClicks(widget, QString::fromStdString(text));
-}
-
-bool OkEnabled(const QDialog& dialog)
-{
-    return dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok)->isEnabled();
-}
-
 TEST(OscTarget, TheDialogShowsTheTargetAndAllowsOkOnlyForAHostAndPortThatRead)
 {
-    EXPECT_FALSE(OkEnabled(OscSettingsDialog({"", 9000})));
-    OscSettingsDialog dialog({"example.org", 8000});
-    EXPECT_EQ(ToString(dialog.Target()), "example.org:8000");
-    // A port the box refuses leaves the one before.
+    OscSettingsDialog dialog({"my host", 8000});
+    const QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    EXPECT_EQ(ToString(dialog.Target()), "my host:8000");
+    EXPECT_FALSE(ok->isEnabled());
+    // Each field typed as a user does: select all, erase, type. A port the box refuses leaves the
+    // one before.
     for (const auto& c : OscCases("dialog")) {
         SCOPED_TRACE(c.dump());
-        Type(dialog, "host", c["host"]);
-        Type(dialog, "port", c["port"]);
+        for (const char* field : {"host", "port"}) {
+            QWidget* widget = dialog.findChild<QWidget*>(QString::fromUtf8(field));
+            QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(widget, Qt::Key_Backspace);
+            QTest::keyClicks(widget, QString::fromStdString(c[field]));
+        }
         EXPECT_EQ(ToString(dialog.Target()), c["target"]);
-        EXPECT_EQ(OkEnabled(dialog), c["ok"]);
+        EXPECT_EQ(ok->isEnabled(), c["ok"]);
     }
 }
 
