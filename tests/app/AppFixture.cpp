@@ -1,8 +1,6 @@
 #include "AppFixture.h"
 
 #include "app/desktop/ModuleLibrary.h"
-#include "document/LayoutFile.h"
-#include "tests/support/FakeHost.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -24,24 +22,10 @@ ModuleLibrary module;
 
 }  // namespace
 
-std::unique_ptr<OSCProject> ReadLayout(const std::string& path)
-{
-    auto layout = std::make_unique<OSCProject>();
-    FakeHost host;
-    if (ReadLayoutFile(ReadWholeFile(path).value_or(""), *layout, &host) != 0)
-        throw std::runtime_error(path + " is no layout");
-    return layout;
-}
-
 QString RecoveryFolder(qint64 run)
 {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
            QStringLiteral("/recovery/") + QString::number(run);
-}
-
-QStringList CopiesIn(const QString& folder)
-{
-    return QDir(folder).entryList({QStringLiteral("*.VornOsc")}, QDir::Files);
 }
 
 AppTest::AppTest()
@@ -98,9 +82,10 @@ void AppTest::Pick(int id)
 
 int main(int argc, char** argv)
 {
-    // The settings and data of every application run here, this one and those it starts, kept
-    // apart from the user's.
+    // The settings, data and working folder of every application run here, this one and those it
+    // starts, apart from the user's.
     const TempFolder home;
+    std::filesystem::current_path(home.path());
     qputenv("XDG_CONFIG_HOME", (home / "config").c_str());
     qputenv("XDG_DATA_HOME", (home / "data").c_str());
     qputenv("QT_QPA_PLATFORM", "offscreen");

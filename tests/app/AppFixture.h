@@ -2,7 +2,6 @@
 
 #include "app/desktop/EditorFrame.h"
 #include "app/desktop/MainWindow.h"
-#include "document/OSCProject.h"
 #include "tests/osc/OscReceiver.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestFiles.h"
@@ -16,11 +15,8 @@
 #include <memory>
 #include <string>
 
-// The layout in the file at path; throws when it does not read.
-std::unique_ptr<OSCProject> ReadLayout(const std::string& path);
-// Where the application of process run keeps its recovery copies, and the copies in a folder.
+// Where the application of process run keeps its recovery copies.
 QString RecoveryFolder(qint64 run);
-QStringList CopiesIn(const QString& folder);
 
 // The application's main window with the built module loaded, sending test values to a
 // receiver of the test's own.

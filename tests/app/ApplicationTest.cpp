@@ -2,8 +2,11 @@
 // inserting controls, and reopening recent layouts.
 #include "AppFixture.h"
 #include "app/osc/OscMonitor.h"
+#include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
+#include "document/LayoutFile.h"
 #include "editor/CommandIds.h"
+#include "tests/support/FakeHost.h"
 
 #include <QCoreApplication>
 #include <QMenu>
@@ -14,6 +17,15 @@
 #include <filesystem>
 
 namespace {
+
+// The controls on the first page of the layout at path, the newest first.
+ControlList ControlsOfLayout(const std::string& path)
+{
+    OSCProject layout;
+    FakeHost host;
+    EXPECT_EQ(ReadLayoutFile(ReadWholeFile(path).value_or(""), layout, &host), 0) << path;
+    return layout.pages.empty() ? ControlList() : std::move(layout.pages[0]->controls);
+}
 
 void Mouse(QWidget& view, QEvent::Type type, QPoint at, Qt::MouseButtons held)
 {
@@ -60,8 +72,7 @@ TEST_F(AppTest, InsertPutsEachTypeOfControlOnAnEmptyPageAndParametersFromAFileOn
                                         "/parameters-without-place.json\u201d were "
                                         "not inserted: in parameter 1, \"x\" is missing.",
                                         "Save the changes to \u201cNew\u201d before closing?"}));
-    const auto layout = ReadLayout(folder / "Inserted.VornOsc");
-    const auto& controls = layout->pages[0]->controls;  // the newest first
+    const ControlList controls = ControlsOfLayout(folder / "Inserted.VornOsc");
     ASSERT_EQ(controls.size(), 6u);
     EXPECT_STREQ(controls[0]->command, "/TRVX/ID2/SetVal/Ctl74");
     for (std::size_t type = 0; type < kControlTypeCount; ++type) {

@@ -14,8 +14,6 @@ TEST_F(AppTest, ClosingAndQuittingSaveDiscardOrKeepEachChangedLayoutAsAnsweredWi
 {
     const std::string demo = ReadWholeFile(EXAMPLES_DIR "/Demo.VornOsc").value();
     const QString copies = RecoveryFolder(QCoreApplication::applicationPid());
-    const auto here = std::filesystem::current_path();
-    std::filesystem::current_path(folder.path());  // where a layout never saved would go as "New"
     std::filesystem::create_directory(folder / "gone");
     // Each step changes the layout it opens, if any, then closes the active one, quits or saves.
     for (const nlohmann::json& c : Cases(DATA_DIR "/app.json", "closing")) {
@@ -43,10 +41,9 @@ TEST_F(AppTest, ClosingAndQuittingSaveDiscardOrKeepEachChangedLayoutAsAnsweredWi
         ASSERT_EQ(window->Frames().size(), c["frames"]);
         EXPECT_EQ(ReadWholeFile(folder / c["file"]).value_or(demo) != demo, c["written"]);
         window->KeepRecoveryCopies();
-        EXPECT_EQ(CopiesIn(copies).size(), c["copies"]);
+        EXPECT_EQ(QDir(copies, QStringLiteral("*.VornOsc")).count(), c["copies"]);
     }
-    EXPECT_FALSE(std::filesystem::exists(folder / "New"));
-    std::filesystem::current_path(here);
+    EXPECT_FALSE(std::filesystem::exists("New")) << "where a layout never saved would go";
     window.reset();
     EXPECT_FALSE(QDir(copies).exists()) << "a clean exit leaves no copies";
 }
