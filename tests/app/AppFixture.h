@@ -30,17 +30,14 @@ protected:
     EditorFrame& Frame() const { return *window->ActiveFrame(); }
     // Runs the menu item of the module's command id as a user picking it would.
     void Pick(int id);
-    // Answers the boxes and dialogs that open next, in this order: a message box with the name
-    // of its button ("Save"), a file dialog with a path in the test's folder ("" cancels it).
-    void WillAnswer(std::initializer_list<std::string> next)
-    {
-        answers.insert(answers.end(), next);
-    }
 
     TempFolder folder;
     OscReceiver receiver;
     std::unique_ptr<MainWindow> window;
-    std::deque<std::string> answers;    // those whose box has not come yet
+    // The answers for the boxes and dialogs that open next, in order, each taken when its box
+    // comes: a message box's is the name of its button ("Save"), a file dialog's a path in the
+    // test's folder ("" cancels it).
+    std::deque<std::string> answers;
     std::vector<std::string> answered;  // the text of each box answered
     QTimer answering;
 };

@@ -63,7 +63,7 @@ TEST_F(AppTest, InsertPutsEachTypeOfControlOnAnEmptyPageAndParametersFromAFileOn
     window->NewLayout();
     for (int type = 0; type < kControlTypeCount; ++type)
         window->InsertControl(type);
-    WillAnswer({"Ok", "Save", "Inserted.VornOsc"});
+    answers = {"Ok", "Save", "Inserted.VornOsc"};
     window->InsertParametersFrom(QStringLiteral(DATA_DIR "/parameters-without-place.json"));
     window->InsertParametersFrom(QStringLiteral(DATA_DIR "/parameters.json"));
     Frame().close();
@@ -96,7 +96,7 @@ TEST_F(AppTest, OpenRecentOffersTheLayoutsOpenedLatestFirstAndToForgetOneThatIsG
     EXPECT_EQ(Frame().LayoutPath().toStdString(), first);
 
     std::filesystem::remove(second);
-    WillAnswer({"Yes"});
+    answers = {"Yes"};
     recent->actions().front()->trigger();
     EXPECT_TRUE(answers.empty());
     EXPECT_EQ(window->RecentFiles(), QStringList{QString::fromStdString(first)});

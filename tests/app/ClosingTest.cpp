@@ -28,8 +28,7 @@ TEST_F(AppTest, ClosingAndQuittingSaveDiscardOrKeepEachChangedLayoutAsAnsweredWi
         if (open.starts_with("gone/"))
             std::filesystem::remove_all(folder / "gone");  // so that saving it fails
         answered.clear();
-        for (const std::string answer : c.value("answers", nlohmann::json::array()))
-            answers.push_back(answer);
+        answers = c.value("answers", std::deque<std::string>());
         if (action == "quit")
             EXPECT_EQ(window->close(), c["frames"] == 0);
         else if (action == "close")

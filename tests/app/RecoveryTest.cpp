@@ -31,7 +31,7 @@ TEST_F(AppTest, AKilledApplicationsUnsavedLayoutIsOfferedOnceAtTheNextStartToReo
         SCOPED_TRACE(answer);
         std::filesystem::copy(folder / "left", killed.toStdString());
         answered.clear();
-        WillAnswer({answer});
+        answers = {answer};
         window->OfferRecovery();
         ASSERT_EQ(answered.size(), 1u);
         EXPECT_NE(answered[0].find("\n<folder>/Live.VornOsc, changed "), std::string::npos);
@@ -44,7 +44,7 @@ TEST_F(AppTest, AKilledApplicationsUnsavedLayoutIsOfferedOnceAtTheNextStartToReo
     EXPECT_EQ(QDir(running, QStringLiteral("*.VornOsc")).count(), 1)
         << "a running application keeps its copies";
     QDir(running).removeRecursively();
-    WillAnswer({"Discard"});
+    answers = {"Discard"};
     window->OfferRecovery();
     EXPECT_EQ(answers.size(), 1u) << "nothing is left to offer: no question";
 }
