@@ -92,8 +92,7 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("vornosc"));
     QApplication::setApplicationName(QStringLiteral("vornosc"));
-    std::string error;
-    if (!module.Load(VORNOSC_MODULE, error)) {
+    if (std::string error; !module.Load(VORNOSC_MODULE, error)) {
         std::fprintf(stderr, "%s\n", error.c_str());
         return 1;
     }

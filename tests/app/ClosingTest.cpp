@@ -42,7 +42,7 @@ TEST_F(AppTest, ClosingAndQuittingSaveDiscardOrKeepEachChangedLayoutAsAnsweredWi
         window->KeepRecoveryCopies();
         EXPECT_EQ(QDir(copies, QStringLiteral("*.VornOsc")).count(), c["copies"]);
     }
-    EXPECT_FALSE(std::filesystem::exists("New")) << "where a layout never saved would go";
+    EXPECT_FALSE(std::filesystem::exists("New")) << "no file in the working folder";
     window.reset();
     EXPECT_FALSE(QDir(copies).exists()) << "a clean exit leaves no copies";
 }
