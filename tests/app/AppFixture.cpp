@@ -83,9 +83,10 @@ void AppTest::Pick(int id)
 int main(int argc, char** argv)
 {
     // The settings, data and working folder of every application run here, this one and those it
-    // starts, apart from the user's.
+    // starts, apart from the user's; and their messages in English, as the tests expect them.
     const TempFolder home;
     std::filesystem::current_path(home.path());
+    qputenv("LC_ALL", "C.UTF-8");
     qputenv("XDG_CONFIG_HOME", (home / "config").c_str());
     qputenv("XDG_DATA_HOME", (home / "data").c_str());
     qputenv("QT_QPA_PLATFORM", "offscreen");
