@@ -19,35 +19,12 @@ const std::vector<std::string> kArchiveErrors = {"Failed to create touchosc file
 
 using Boxes = std::vector<std::pair<std::string, std::string>>;  // text and caption
 
-// Files written by this process may grow no larger than limit bytes while
-// this lives; writing past it fails instead of ending the process.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t limit) : handler_(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &saved_);
-        rlimit lowered = saved_;
-        lowered.rlim_cur = limit;
-        ::setrlimit(RLIMIT_FSIZE, &lowered);
-    }
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &saved_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    rlimit saved_{};
-    void (*handler_)(int);
-};
-
 class ExportFailure : public testing::Test {
 protected:
     void SetUp() override
     {
         Toolkit().Reset();
         host_.dataFolder = temp_.path().string();
-        WriteWholeFile(blocker_, "a file where a folder is expected");
         WriteWholeFile(oldTarget_, "old archive");
     }
 
@@ -65,7 +42,6 @@ protected:
     TempFolder temp_;
     FakeHost host_;
     OSCProject project_;
-    const std::string blocker_ = temp_ / "blocker";
     const std::string oldTarget_ = temp_ / "old.touchosc";
     const std::string temporaryXml_ = temp_ / "OSC/index.xml";
 };
@@ -73,25 +49,31 @@ protected:
 // For TouchOSC the file is the temporary one in the data folder.
 TEST_F(ExportFailure, AFileThatCannotBeCreatedIsToldAndTheOldTargetLeftAlone)
 {
-    project_.ExportLemurFile(&host_, (blocker_ + "/layout.jzml").c_str());
-    host_.dataFolder = blocker_;
+    const std::string blocker = temp_ / "blocker";
+    WriteWholeFile(blocker, "a file where a folder is expected");
+    project_.ExportLemurFile(&host_, (blocker + "/layout.jzml").c_str());
+    host_.dataFolder = blocker;
     project_.ExportTouchOSCFile(&host_, oldTarget_.c_str());
     EXPECT_EQ(Notices(), Boxes(2, {"File create failure", "OSC Export"}));
     EXPECT_TRUE(host_.errors.empty());
     EXPECT_EQ(ReadWholeFile(oldTarget_), "old archive");
 }
 
-// A failed export leaves no old target behind, nor the temporary file.
+// A failed export leaves no old target behind, nor the temporary file. Files
+// may grow no larger than a limit too small for any archive while this writes
+// over the old target; writing past it fails instead of ending the process.
 TEST_F(ExportFailure, AnArchiveThatCannotBeWrittenIsToldThroughTheHost)
 {
-    const std::string missingFolder = temp_ / "no such folder/layout.touchosc";
-    project_.ExportTouchOSCFile(&host_, missingFolder.c_str());
+    project_.ExportTouchOSCFile(&host_, (temp_ / "no such folder/layout.touchosc").c_str());
     EXPECT_EQ(host_.errors, kArchiveErrors);
     EXPECT_TRUE(fs::is_directory(temp_.path() / "OSC")) << "the OSC folder stays";
-    {
-        FileSizeLimit limit(64);  // too small for any archive
-        project_.ExportTouchOSCFile(&host_, oldTarget_.c_str());
-    }
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit saved{};
+    ::getrlimit(RLIMIT_FSIZE, &saved);
+    const rlimit tooSmall{64, saved.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &tooSmall);
+    project_.ExportTouchOSCFile(&host_, oldTarget_.c_str());
+    ::setrlimit(RLIMIT_FSIZE, &saved);
     EXPECT_EQ(host_.errors.size(), 4u);
     EXPECT_FALSE(fs::exists(oldTarget_));
     EXPECT_FALSE(fs::exists(temporaryXml_));
@@ -104,9 +86,8 @@ TEST_F(ExportFailure, AnArchiveThatCannotBeWrittenIsToldThroughTheHost)
 TEST_F(ExportFailure, ATemporaryFileThatCannotBeReopenedIsToldAndTheExportGoesOn)
 {
     project_.ExportTouchOSCFile(&host_, temporaryXml_.c_str());
-    const Boxes reopenFailure{
-        {"Failed to open temp xml file.\nOperation cancelled.", "Internal Error"}};
-    EXPECT_EQ(Notices(), reopenFailure);
+    EXPECT_EQ(Notices(),
+              (Boxes{{"Failed to open temp xml file.\nOperation cancelled.", "Internal Error"}}));
     EXPECT_TRUE(host_.errors.empty());
     EXPECT_FALSE(fs::exists(temporaryXml_));
 }

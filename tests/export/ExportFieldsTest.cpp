@@ -7,24 +7,20 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace {
-
-std::string TouchOSCXml(const OSCProject& project)
-{
-    return Captured([&](std::FILE* out) { WriteTouchOSCXml(out, project); });
-}
 
 TEST(ExportFields, TheTypeAttributeIsWrittenThroughTouchOSCTypeStr)
 {
     OSCProject project;
     AddControl(*project.pages[0], 0, 0, 10, 10, kToggle);
-    char saved[sizeof "type=\"%s\" "];
-    std::memcpy(saved, TouchOSCTypeStr, sizeof saved);
-    std::strcpy(TouchOSCTypeStr, "kind=\"%s\" ");
-    const std::string xml = TouchOSCXml(project);
-    std::memcpy(TouchOSCTypeStr, saved, sizeof saved);
+    char kind[] = "kind=\"%s\" ";  // as long as the format it stands in for
+    std::swap_ranges(std::begin(kind), std::end(kind), TouchOSCTypeStr);
+    const std::string xml = Captured([&](std::FILE* out) { WriteTouchOSCXml(out, project); });
+    std::swap_ranges(std::begin(kind), std::end(kind), TouchOSCTypeStr);
     EXPECT_NE(xml.find("kind=\"toggle\" local_off="), std::string::npos) << xml;
     EXPECT_EQ(xml.find("type="), std::string::npos) << xml;
 }
@@ -45,13 +41,12 @@ TEST(ExportFields, FieldsWithoutTerminatorAreNotReadPastTheirEnd)
     EXPECT_NE(jzml.find("text=\"" + std::string(255, 'n') + "\" x="), std::string::npos);
     EXPECT_NE(jzml.find("content=\"" + std::string(255, 'n') + "\">"), std::string::npos);
 
-    const std::string xml = TouchOSCXml(project);
+    const std::string xml = Captured([&](std::FILE* out) { WriteTouchOSCXml(out, project); });
     std::string names;
     for (int i = 0; i < 64; ++i)
         names += "bm5u";  // "nnn"
     EXPECT_NE(xml.find("osc_cs=\"" + std::string(255, 'c') + "\" "), std::string::npos);
     EXPECT_NE(xml.find("<control name=\"" + names + "\" "), std::string::npos);
-    EXPECT_NE(xml.find("text=\"" + names + "\" "), std::string::npos);
 }
 
 }  // namespace
