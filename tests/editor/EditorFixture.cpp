@@ -1,35 +1,54 @@
 #include "EditorFixture.h"
 
+#include "document/ControlClipboard.h"
+#include "document/LayoutFile.h"
+#include "document/TextField.h"
+#include "editor/CommandIds.h"
 #include "editor/ModuleEntry.h"
 #include "host/Toolkit.h"
-#include "tests/support/TestControls.h"
+#include "view/EditGeometry.h"
 #include "view/QtWindowHandle.h"
+#include "view/ScrollGeometry.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
-#include <QTimer>
+
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+json EditorCases(const char* key)
+{
+    return CasesOf(DATA_DIR "/editor.json", key);
+}
 
 namespace {
 
-QAction* ActionOf(QMenu& menu, int id)
+const json kNames = EditorCases("names");  // of commands, requests and messages
+const std::vector<std::string> kEdges = {"top", "bottom", "left", "right"};
+const std::vector<std::string> kBarActions = {"", "line+", "line-", "page+", "page-"};
+
+// The module's menu item of id, after the editor's rules ran as before a menu opens.
+QAction* Item(TVornOSCEditor* editor, int id, QMenu* menu = hMenu)
 {
-    for (QAction* action : menu.actions()) {
-        QAction* found = action->menu() != nullptr ? ActionOf(*action->menu(), id) : action;
+    if (menu == hMenu)
+        toolkit::SendMessage(HandleOf(editor), WM_INITMENUPOPUP,
+                             reinterpret_cast<std::intptr_t>(menu), 0);
+    for (QAction* action : menu->actions()) {
+        QAction* found = action->menu() != nullptr ? Item(editor, id, action->menu()) : action;
         if (found != nullptr && found->data().toInt() == id)
             return found;
     }
     return nullptr;
-}
-
-QPushButton* Button(QDialog& dialog, QDialogButtonBox::StandardButton button)
-{
-    return dialog.findChild<QDialogButtonBox*>()->button(button);
 }
 
 void Click(QWidget* widget)
@@ -38,22 +57,24 @@ void Click(QWidget* widget)
     QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(4, widget->height() / 2));
 }
 
+QPushButton* Ok(QDialog& dialog)
+{
+    return dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+}
+
 void Play(QDialog& dialog, const QString& script)
 {
     for (const QString& step : script.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
-        if (step == QStringLiteral("OK") || step == QStringLiteral("Cancel")) {
-            Click(Button(dialog, step == QStringLiteral("OK") ? QDialogButtonBox::Ok
-                                                              : QDialogButtonBox::Cancel));
-            continue;
-        }
-        auto* widget = dialog.findChild<QWidget*>(step.section(QLatin1Char('='), 0, 0));
+        const auto buttons = dialog.findChild<QDialogButtonBox*>();
+        auto* widget = step == QStringLiteral("OK") ? Ok(dialog)
+                       : step == QStringLiteral("Cancel")
+                           ? buttons->button(QDialogButtonBox::Cancel)
+                           : dialog.findChild<QWidget*>(step.section(QLatin1Char('='), 0, 0));
         if (widget == nullptr)
             return ADD_FAILURE() << "no widget for " << step.toStdString();
-        if (!step.contains(QLatin1Char('='))) {
+        if (!step.contains(QLatin1Char('=')))
             Click(widget);
-            continue;
-        }
-        if (qobject_cast<QLineEdit*>(widget) != nullptr)
+        else if (qobject_cast<QLineEdit*>(widget) != nullptr)
             QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(widget, step.section(QLatin1Char('='), 1));
     }
@@ -66,14 +87,21 @@ EditorTest::EditorTest()
     VornOSCEditor_Initialize();
     basics = TestBasics();
     basics.dataFolder = folder / "data";
-    std::filesystem::create_directory(basics.dataFolder);
-    hostWindow.resize(1200, 900);
+    basics.hostWindow = HandleOf(&hostWindow);
+    fs::current_path(folder.path());
+    hostWindow.resize(1300, 900);  // the frame is wider than the editor
     hostWindow.show();
+    QApplication::setActiveWindow(&hostWindow);
+    Open(nullptr);
+    QObject::connect(&user_, &QTimer::timeout, [this] { Reply(); });
+    user_.start(0);
+    editor->view.installEventFilter(&painted_);
 }
 
 EditorTest::~EditorTest()
 {
-    delete hostWindow.frame;
+    fs::current_path(startFolder_);
+    Search = search_, Replace = replace_, inName = inName_, inCommand = inCommand_;
 }
 
 TVornOSCEditor* EditorTest::Open(const char* path)
@@ -82,59 +110,279 @@ TVornOSCEditor* EditorTest::Open(const char* path)
     return editor;
 }
 
-OSCControl& EditorTest::Add(int x, int y, int w, int h, bool selected, const char* name)
+std::intptr_t EditorTest::Request(std::intptr_t code, const void* word8, const void* word9)
 {
-    return AddControl(*editor->project.CurrentPage(), x, y, w, h, 1, selected, name);
+    HostRequest request;
+    request.words[0] = code;
+    request.words[8] = reinterpret_cast<std::intptr_t>(word8);
+    request.words[9] = reinterpret_cast<std::intptr_t>(word9);
+    return toolkit::SendMessage(HandleOf(editor), WM_OSC_HOSTREQUEST, 0,
+                                reinterpret_cast<std::intptr_t>(&request));
 }
 
-void EditorTest::Command(int id)
+void EditorTest::PlayCase(const json& c)
 {
-    toolkit::SendMessage(HandleOf(editor), WM_COMMAND, id, 0);
+    SCOPED_TRACE(c["layout"].dump());
+    Lay(c["layout"]);
+    int number = 0;
+    for (const json& step : c["steps"]) {
+        SCOPED_TRACE("step " + std::to_string(++number) + ": " + step[0].get<std::string>());
+        Do(step[0]);
+        Expect(step[1]);
+    }
 }
 
-QAction& EditorTest::Item(int id)
+void EditorTest::Lay(const json& layout)
 {
-    toolkit::SendMessage(HandleOf(editor), WM_INITMENUPOPUP, reinterpret_cast<std::intptr_t>(hMenu),
-                         0);
-    QAction* action = ActionOf(*hMenu, id);
-    if (action == nullptr)
-        throw std::runtime_error("menu 1000 has no item " + std::to_string(id));
-    return *action;
+    for (const auto& entry : fs::directory_iterator(folder.path()))
+        fs::remove_all(entry);
+    fs::create_directory(basics.dataFolder);
+    ClearClipboard();
+    basics.saveAnswer = layout.value("saveAnswer", 3);
+    basics.titleAnswer = layout.value("titleAnswer", 0);
+    basics.saveQuestions = 0;
+    basics.errors.clear();
+    OSCProject& project = editor->project = OSCProject();
+    project.pages.clear();
+    for (const json& name : layout.value("pages", json::array({"Page 1"}))) {
+        OSCPage& page = *project.pages.emplace_back(std::make_unique<OSCPage>());
+        CopyTextField(page.name, name.get<std::string>());
+        for (const json& control : layout.value("controls", json::array()))
+            AddControl(page, control);
+    }
+    project.currentPage = layout.value("current", 0);
+    editor->UpdateListbox();
+    CopyTextField(editor->layoutPath, layout.value("path", "New"));
+    editor->modified = layout.value("modified", 0);
+    if (const json memory = layout.value("memory", json()); !memory.is_null()) {
+        Search = memory[0].get<std::string>(), Replace = memory[1].get<std::string>();
+        inName = memory[2], inCommand = memory[3];
+    }
+    editor->view.testMode = 0;
+    held_ = {};
+    Do("size 1024 768");
+    hostWindow.frame->title.clear();
+    editor->runDialog = Playing({});
+    Expect(json::object());  // forgets what the set-up showed
 }
 
-void EditorTest::AnswerNextMessageBox(QMessageBox::StandardButton button)
+void EditorTest::Do(const std::string& step)
 {
-    QTimer::singleShot(0, [button] {
-        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-            box->button(button)->click();
-    });
+    std::istringstream words(step);
+    std::string verb, rest, keys;
+    QPoint at, to;
+    words >> verb;
+    std::getline(words >> std::ws, rest);
+    std::istringstream(rest) >> at.rx() >> at.ry() >> keys;
+    if (verb == "drag")
+        std::istringstream(rest) >> at.rx() >> at.ry() >> to.rx() >> to.ry() >> keys;
+    Qt::KeyboardModifiers modifiers;
+    modifiers.setFlag(Qt::ShiftModifier, keys.find("Shift") != std::string::npos);
+    modifiers.setFlag(Qt::ControlModifier, keys.find("Ctrl") != std::string::npos);
+    const Qt::MouseButton button = keys == "Right" ? Qt::RightButton : Qt::LeftButton;
+    const QPoint beside(100, editor->height() - 5);  // in the grey below the page list
+    TVornOSCView& view = editor->view;
+    if (verb == "command") {
+        toolkit::SendMessage(HandleOf(editor), WM_COMMAND, kNames[rest], 0);
+    } else if (verb == "request") {
+        std::string name, path;
+        std::istringstream(rest) >> name >> path;
+        answer_ = Request(kNames[name], path.empty() ? nullptr : path.c_str());
+    } else if (verb == "message") {
+        answer_ = toolkit::SendMessage(HandleOf(editor), kNames[rest], 0, 0);
+    } else if (verb == "key") {
+        const QKeyCombination key = QKeySequence(QString::fromStdString(rest))[0];
+        QTest::keyClick(QApplication::focusWidget(), key.key(), key.keyboardModifiers());
+    } else if (step == "click editor") {
+        QTest::mouseClick(editor, Qt::LeftButton, {}, beside);
+    } else if (step == "double editor") {
+        QTest::mouseDClick(editor, Qt::LeftButton, {}, beside);
+    } else if (verb == "click") {
+        QListWidget& list = editor->pageList;
+        const QPoint row = list.visualItemRect(list.item(std::stoi(rest.substr(5)))).center();
+        QTest::mouseClick(
+            list.viewport(), Qt::LeftButton,
+            rest.find("Ctrl") != std::string::npos ? Qt::ControlModifier : Qt::NoModifier, row);
+    } else if (verb == "right") {
+        menuKeys_ = rest;
+        QTest::mousePress(editor, Qt::RightButton, {}, beside);
+    } else if (verb == "answer") {
+        answers_.push_back(rest == "Yes");
+    } else if (verb == "dialog") {
+        editor->runDialog = Playing(QString::fromStdString(rest));
+    } else if (verb == "choose") {
+        editor->runDialog = Choosing(rest);
+    } else if (verb == "press" || verb == "drag" || verb == "double" || verb == "move" ||
+               verb == "release") {
+        if (verb == "press" || verb == "drag")
+            Mouse(QEvent::MouseButtonPress, at, button, modifiers);
+        if (verb == "double")  // the press that comes first changes nothing here
+            Mouse(QEvent::MouseButtonDblClick, at, Qt::LeftButton, {});
+        if (verb == "move" || verb == "drag")
+            Mouse(QEvent::MouseMove, verb == "drag" ? at = to : at, Qt::NoButton, {});
+        if (verb == "release" || verb == "drag" || verb == "double")
+            Mouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, modifiers);
+    } else if (verb == "size") {
+        const CRect client = view.ClientRect();
+        view.resize(at.x() + view.width() - client.Width(),
+                    at.y() + view.height() - client.Height());
+    } else if (verb == "bar") {
+        QScrollBar* bar = rest[0] == 'h' ? view.HorizontalBar() : view.VerticalBar();
+        const auto action = std::find(kBarActions.begin(), kBarActions.end(), rest.substr(2));
+        bar->triggerAction(QAbstractSlider::SliderAction(action - kBarActions.begin()));
+    } else if (verb == "thumb") {
+        view.OnHScroll(kThumbTrack, at.x(), view.HorizontalBar());
+        view.OnVScroll(kThumbTrack, at.y(), view.VerticalBar());
+    } else if (!verb.empty()) {
+        ADD_FAILURE() << "no such step: " << step;
+    }
+    QCoreApplication::sendPostedEvents();
 }
 
-nlohmann::json EditorCases(const char* key)
+void EditorTest::Mouse(QEvent::Type type, QPoint at, Qt::MouseButton button,
+                       Qt::KeyboardModifiers keys)
 {
-    nlohmann::json cases = Cases(DATA_DIR "/editor.json", key);
-    if (cases.empty())
-        throw std::runtime_error(std::string("no cases of ") + key);
-    return cases;
+    // Every event carries the buttons held since their press, as in a drag.
+    held_ = type == QEvent::MouseButtonRelease ? held_ & ~button : held_ | button;
+    QMouseEvent event(type, QPointF(at), editor->view.mapToGlobal(QPointF(at)), button, held_,
+                      keys);
+    QCoreApplication::sendEvent(&editor->view, &event);
 }
 
-DialogRunner Choosing(const std::string& path, std::string* seen)
+void EditorTest::Reply()
 {
-    return [path, seen](QDialog& dialog) {
+    if (QWidget* menu = QApplication::activePopupWidget()) {
+        shown_.push_back("menu");
+        if (menuKeys_.empty())
+            return QTest::keyClick(menu, Qt::Key_Escape);
+        QTest::keyClick(menu, menuKeys_[0]);
+        menuKeys_.erase(0, 1);
+    } else if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+        shown_.push_back((box->windowTitle() + QStringLiteral(": ") + box->text()).toStdString());
+        const bool yes = !answers_.empty() && answers_.front();
+        if (!answers_.empty())
+            answers_.erase(answers_.begin());
+        if (QAbstractButton* button = box->button(yes ? QMessageBox::Yes : QMessageBox::No))
+            return button->click();
+        box->reject();
+    }
+}
+
+void EditorTest::Expect(const json& wanted)
+{
+    const OSCProject& project = editor->project;
+    const TVornOSCView& view = editor->view;
+    const QRect place = view.geometry();
+    const auto cursor = view.cursor().shape();
+    char folderPart[256] = "x", namePart[256] = "x";  // the parts the host asks for
+    Request(kRequestSplitPath, folderPart, namePart);
+    json seen = {{"modified", editor->modified},
+                 {"path", Relative(editor->layoutPath)},
+                 {"split", std::string(folderPart) + '|' + namePart},
+                 {"title", hostWindow.frame->title},
+                 {"current", project.currentPage},
+                 {"screen", {project.device, project.orientation}},
+                 {"view", {place.x(), place.y(), place.width(), place.height()}},
+                 {"scroll", {view.scrollX, view.scrollY, view.scrollXMax, view.scrollYMax}},
+                 {"bars",
+                  {view.HorizontalBar()->value(), view.VerticalBar()->value(),
+                   view.HorizontalBar()->isEnabled(), view.VerticalBar()->isEnabled()}},
+                 {"memory", Search + '/' + Replace + ' ' + std::to_string(inName) +
+                                std::to_string(inCommand)},
+                 {"checked", Item(editor, ID_OSCTESTMODE)->isChecked()},
+                 {"testMode", view.testMode},
+                 {"grab", QWidget::mouseGrabber() == &view},
+                 {"cursor", cursor == Qt::SizeVerCursor   ? "up-down"
+                            : cursor == Qt::SizeHorCursor ? "left-right"
+                            : cursor == Qt::ArrowCursor   ? "arrow"
+                                                          : "other"},
+                 {"host", std::exchange(hostWindow.received, json::array())},
+                 {"questions", basics.saveQuestions},
+                 {"errors", json::array()},
+                 {"files", Files()},
+                 {"answer", std::exchange(answer_, json())},
+                 {"shown", std::exchange(shown_, json::array())}};
+    QApplication::processEvents();  // the canvas paints what it was asked to
+    const CRect client = view.ClientRect();
+    for (const QRect& r :
+         std::exchange(painted_.region, {}) & QRect(0, 0, client.Width(), client.Height()))
+        seen["painted"].push_back({r.x(), r.y(), r.width(), r.height()});
+    for (const std::string& error : basics.errors)
+        seen["errors"].push_back(Relative(error));
+    for (const auto& page : project.pages) {
+        seen["pages"].push_back(page->name);
+        for (const auto& control : page->controls) {
+            seen["controls"].push_back(Describe(*control));
+            seen[std::string(control->name)] = {control->x, control->y, control->width,
+                                                control->height};
+            if (control->selected && page.get() == project.CurrentPage())
+                seen["selected"].push_back(control->name);
+        }
+    }
+    for (int row = 0; row < editor->pageList.count(); ++row) {
+        seen["list"].push_back(editor->pageList.item(row)->text().toStdString());
+        if (editor->pageList.item(row)->isSelected())
+            seen["row"].push_back(row);
+    }
+    for (const json& item : EditorCases("menuItems")) {
+        if (Item(editor, kNames[item.get<std::string>()])->isEnabled())
+            seen["enabled"].push_back(item);
+    }
+    if (view.movingSelection)
+        seen["state"].push_back("moving");
+    if (view.rubberBanding)
+        seen["state"].push_back("banding");
+    if (view.resizeEdge != kNoResize)
+        seen["state"].push_back("resizing " + kEdges.at(view.resizeEdge - 2));
+    if (view.activeControl != nullptr)
+        seen["state"].push_back("operating " + std::string(view.activeControl->name));
+    for (const auto& [key, value] : wanted.items()) {
+        if (key != "pixels") {
+            EXPECT_EQ(seen.value(key, json::array()), value) << key;
+        }
+    }
+    const QImage image = wanted.contains("pixels") ? Paint() : QImage();
+    for (const json& pixel : wanted.value("pixels", json::array()))  // [x, y, colour, why]
+        EXPECT_EQ(ColourAt(image, pixel[0], pixel[1]), pixel[2]) << pixel;
+}
+
+QImage EditorTest::Paint()
+{
+    const CRect client = editor->view.ClientRect();
+    QImage image(client.Width(), client.Height(), QImage::Format_RGB32);
+    editor->view.render(&image, QPoint(), QRegion(0, 0, client.Width(), client.Height()));
+    return image;
+}
+
+DialogRunner EditorTest::Playing(const QString& script)
+{
+    return [this, script](QDialog& dialog) {
+        bool okOff = false;
+        QTimer::singleShot(0, &dialog, [&dialog, &okOff, script] {
+            Play(dialog, script);
+            okOff = Ok(dialog) != nullptr && !Ok(dialog)->isEnabled();
+            if (dialog.isVisible())
+                dialog.reject();
+        });
+        const int result = dialog.exec();
+        shown_.push_back(dialog.metaObject()->className() + std::string(okOff ? ", OK off" : ""));
+        return result;
+    };
+}
+
+DialogRunner EditorTest::Choosing(const std::string& path)
+{
+    return [this, path](QDialog& dialog) {
         auto& files = dynamic_cast<QFileDialog&>(dialog);
         const QStringList selected = files.selectedFiles();
-        if (seen != nullptr) {
-            *seen = QStringList{files.windowTitle(),
-                                files.directory().absolutePath(),
-                                selected.isEmpty() ? QString() : QFileInfo(selected[0]).fileName(),
-                                files.nameFilters().join(QLatin1Char(';')),
-                                files.defaultSuffix(),
-                                files.testOption(QFileDialog::DontConfirmOverwrite)
-                                    ? QStringLiteral("overwrites")
-                                    : QStringLiteral("confirms")}
-                        .join(QLatin1Char('|'))
-                        .toStdString();
-        }
+        shown_.push_back(Relative(QStringList{
+            files.windowTitle(), files.directory().absolutePath(),
+            selected.isEmpty() ? QString() : QFileInfo(selected[0]).fileName(),
+            files.nameFilters().join(QLatin1Char(';')), files.defaultSuffix(),
+            files.testOption(QFileDialog::DontConfirmOverwrite) ? QStringLiteral("overwrites")
+                                                                : QStringLiteral("confirms")}
+                                      .join(QLatin1Char('|'))
+                                      .toStdString()));
         if (path.empty())
             return int{QDialog::Rejected};
         files.selectFile(QString::fromStdString(path));
@@ -142,23 +390,38 @@ DialogRunner Choosing(const std::string& path, std::string* seen)
     };
 }
 
-DialogRunner Playing(const QString& script, std::function<void(QDialog&)> check)
+// What TEMP holds: folders, files holding the layout as it stands, and the
+// first bytes of any other file.
+json EditorTest::Files() const
 {
-    return [script, check](QDialog& dialog) {
-        QTimer::singleShot(0, &dialog, [&dialog, script, check] {
-            Play(dialog, script);
-            if (check)
-                check(dialog);
-            if (dialog.isVisible())
-                dialog.reject();
-        });
-        return dialog.exec();
-    };
+    json files = json::object();
+    const std::string layout = WriteLayoutFile(editor->project, &basics);
+    for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
+        const std::string bytes =
+            entry.is_directory() ? "" : ReadWholeFile(entry.path()).value_or("");
+        std::string start = bytes.substr(0, 4);
+        std::replace_if(
+            start.begin(), start.end(), [](char c) { return !std::isprint(c); }, '.');
+        files[fs::relative(entry.path(), folder.path()).string()] = entry.is_directory() ? "folder"
+                                                                    : bytes == layout
+                                                                        ? "this layout"
+                                                                        : start;
+    }
+    return files;
 }
 
-bool OkEnabled(QDialog& dialog)
+std::string EditorTest::Relative(std::string text) const
 {
-    return Button(dialog, QDialogButtonBox::Ok)->isEnabled();
+    for (std::size_t at; (at = text.find(folder.path().string())) != std::string::npos;)
+        text.replace(at, folder.path().string().size(), "TEMP");
+    return text;
+}
+
+bool EditorTest::PaintedRegion::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::Paint)
+        region += static_cast<QPaintEvent*>(event)->region();
+    return false;
 }
 
 int main(int argc, char** argv)

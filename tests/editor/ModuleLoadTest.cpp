@@ -19,6 +19,7 @@
 namespace {
 
 using namespace editor_module;
+using nlohmann::json;
 
 void* Module()
 {
@@ -72,11 +73,10 @@ TEST(Module, StartsOnceAndPublishesItsIdentifierKeysAndTables)
 
     const auto* keys = Entry<const std::int32_t*>("AcceleratorsOSC");
     EXPECT_EQ(*Entry<const std::int32_t**>("hAccel"), keys);
-    const std::vector<std::int32_t> expected = {
-        32785, 0x7E1E, 1, 0, 0, 32786, 0x7D1F, 1, 0, 0, 32783, 0x7B1C, 1, 0, 0,
-        32784, 0x7C1D, 1, 0, 0, 32789, 0x7E1E, 0, 0, 1, 32790, 0x7D1F, 0, 0, 1,
-        32787, 0x7B1C, 0, 0, 1, 32788, 0x7C1D, 0, 0, 1, -1,    -1,     0, 0, 0};
-    EXPECT_EQ(std::vector<std::int32_t>(keys, keys + 45), expected);
+    json records;  // of five words each, as the host reads them
+    for (const std::int32_t* record = keys; records.size() < 9; record += 5)
+        records.push_back(std::vector<std::int32_t>(record, record + 5));
+    EXPECT_EQ(records, Cases(DATA_DIR "/editor.json", "accelerators"));
     EXPECT_STREQ(Entry<const char*>("EditorName"), "Vorn OSC Editor");
     const auto* inited = Entry<const unsigned char*>("Inited");
     EXPECT_EQ(std::count(inited, inited + 32, 0), 32);
@@ -95,28 +95,32 @@ TEST(Module, OpensEditorsInTheHostsFramesAndWithoutAParentOrAFrameNoWindow)
     EXPECT_EQ(*menu, nullptr);
     delete lone;
 
-    TestHostWindow hostWindow;
+    TestWindow hostWindow;
     hostWindow.resize(800, 600);
     EXPECT_EQ(open(HandleOf(&hostWindow), "/no/such/layout.VornOsc"), nullptr);
-    QObject* editor = ObjectOf(open(HandleOf(&hostWindow), nullptr));
+    auto* editor = qobject_cast<QWidget*>(ObjectOf(open(HandleOf(&hostWindow), nullptr)));
     ASSERT_NE(editor, nullptr);
-    ASSERT_NE(hostWindow.frame, nullptr);
-    EXPECT_EQ(hostWindow.frame->editor, editor);
-    EXPECT_EQ(hostWindow.frame->title, "New - OSC Editor");
-    EXPECT_EQ(hostWindow.frame->geometry(), QRect(400, 0, 396, 450));
-    EXPECT_NE(*menu, nullptr);
+    TestWindow* frame = hostWindow.frame;
+    ASSERT_NE(frame, nullptr);
+    EXPECT_EQ(frame->editor, editor);
+    EXPECT_TRUE(editor->isVisibleTo(frame));
+    const int top = frame->contentsMargins().top();
+    EXPECT_EQ(editor->geometry(), QRect(0, top, 600, 400 - top)) << "the frame's client area";
+    EXPECT_EQ(frame->title, "New - OSC Editor");
+    EXPECT_EQ(frame->geometry(), QRect(400, 0, 396, 450));
+    ASSERT_NE(*menu, nullptr);
+    EXPECT_EQ((*menu)->actions().size(), 6);
     EXPECT_EQ(hostWindow.lastRequest.words[kRequestMenuWord],
               reinterpret_cast<std::intptr_t>(*menu));
-    EXPECT_EQ(hostWindow.frame->menuBar->actions().size(), 6);
     EXPECT_EQ(hostWindow.lastRequest.words[kRequestAcceleratorsWord],
               reinterpret_cast<std::intptr_t>(Entry<const void*>("AcceleratorsOSC")));
     EXPECT_EQ(TheTestBasics().allocArguments, (std::vector<int>{4, 0, 0, 0}));
-    EXPECT_FALSE(hostWindow.frame->windowIcon().isNull());
+    EXPECT_FALSE(frame->windowIcon().isNull());
 
     // A frame that is not made, or that is no window, opens no editor; the latter is closed.
-    hostWindow.answer = TestHostWindow::Answer::kNoFrame;
+    hostWindow.answer = TestWindow::Answer::kNoFrame;
     EXPECT_EQ(open(HandleOf(&hostWindow), nullptr), nullptr);
-    hostWindow.answer = TestHostWindow::Answer::kNotAWindow;
+    hostWindow.answer = TestWindow::Answer::kNotAWindow;
     EXPECT_EQ(open(HandleOf(&hostWindow), nullptr), nullptr);
     EXPECT_TRUE(hostWindow.notAWindowClosed);
     EXPECT_EQ(hostWindow.notAWindow, nullptr) << "and destroyed";
@@ -128,7 +132,7 @@ TEST(Module, OpensEditorsInTheHostsFramesAndWithoutAParentOrAFrameNoWindow)
     EXPECT_EQ(clipboard()->size(), 1u);
     Entry<ModuleEntry>("ClearClipboard")();
     EXPECT_TRUE(clipboard()->empty());
-    delete hostWindow.frame;
+    delete frame;
 }
 
 TEST(ModuleDeathTest, WithoutAnApplicationNoEditorOpens)
@@ -147,7 +151,7 @@ TEST(ModuleDeathTest, AMissingNibIsReportedAndTheModuleStartsWithoutMenusOrIcons
         testing::internal::CaptureStdout();
         Entry<MacInstanceInitializeEntry>("MacInstanceInitialize")("Missing");
         std::fputs(testing::internal::GetCapturedStdout().c_str(), stderr);
-        TestHostWindow hostWindow;
+        TestWindow hostWindow;
         Entry<OpenEditorEntry>("VornOSCEditor")(HandleOf(&hostWindow), nullptr);
         const bool bare = hostWindow.frame != nullptr && hostWindow.frame->editor != nullptr &&
                           hostWindow.lastRequest.words[kRequestMenuWord] == 0 &&

@@ -5,33 +5,7 @@
 #include "view/QtWindowHandle.h"
 
 #include <QMenu>
-
-namespace {
-
-// What a message event carries, or null for any other event.
-MessageEvent* Message(QEvent* event, unsigned message)
-{
-    MessageEvent* m = MessageEvent::From(event);
-    return m != nullptr && m->Message() == message ? m : nullptr;
-}
-
-// A stand-in for a frame that is no window at all: it only notes being closed.
-class NotAWindow : public QObject {
-public:
-    explicit NotAWindow(bool& closed) : closed_(closed) {}
-
-protected:
-    bool event(QEvent* event) override
-    {
-        closed_ = closed_ || Message(event, WM_OSC_CLOSEFRAME) != nullptr;
-        return QObject::event(event);
-    }
-
-private:
-    bool& closed_;
-};
-
-}  // namespace
+#include <QMenuBar>
 
 TestBasics& TheTestBasics()
 {
@@ -46,52 +20,56 @@ extern "C" VornBasics* AllocVornBasics(WindowHandle, int kind, int flags, void* 
     return &TheTestBasics();
 }
 
-TestFrame::TestFrame(QWidget* parent, QMenu* moduleMenu)
-    : QWidget(parent), menuBar(new QMenuBar(this))
+bool TestWindow::event(QEvent* event)
 {
-    setContentsMargins(0, menuBar->sizeHint().height(), 0, 0);
+    MessageEvent* m = MessageEvent::From(event);
+    if (m == nullptr)
+        return QWidget::event(event);
+    if (m->Message() == WM_OSC_SETEDITOR) {
+        editor = qobject_cast<QWidget*>(ObjectOf(reinterpret_cast<WindowHandle>(m->lParam)));
+    } else if (m->Message() == WM_OSC_SETTITLE) {
+        title = reinterpret_cast<const char*>(m->lParam);
+    } else if (auto components = m->TakeComponents()) {
+        received.push_back(*components);
+        received.back().insert(received.back().begin(), m->wParam);
+    } else if (m->Message() == WM_OSC_HOSTREQUEST && m->lParam != 0) {
+        const auto& request = *reinterpret_cast<const HostRequest*>(m->lParam);
+        if (request.words[0] == kStatusRecordKind && m->wParam == 0)
+            received.push_back(reinterpret_cast<const char*>(request.words[kStatusTextWord]));
+        else
+            lastRequest = request;
+        if (request.words[0] == kRequestOpenEditor && answer != Answer::kNoFrame) {
+            m->result = reinterpret_cast<std::intptr_t>(
+                HandleOf(MakeFrame(reinterpret_cast<QMenu*>(request.words[kRequestMenuWord]))));
+        }
+    }
+    return true;
+}
+
+QObject* TestWindow::MakeFrame(QMenu* moduleMenu)
+{
+    if (answer == Answer::kNotAWindow) {
+        notAWindow = new QObject(this);
+        notAWindow->installEventFilter(this);
+        return notAWindow;
+    }
+    frame = new TestWindow;
+    frame->setParent(this);
+    auto* menuBar = new QMenuBar(frame);
     for (QAction* top : moduleMenu != nullptr ? moduleMenu->actions() : QList<QAction*>()) {
-        QMenu* submenu = top->menu();
-        menuBar->addMenu(submenu);
-        connect(submenu, &QMenu::triggered, this, [this](QAction* action) {
-            toolkit::SendMessage(HandleOf(editor), WM_COMMAND, action->data().toInt(), 0);
+        menuBar->addMenu(top->menu());
+        connect(top->menu(), &QMenu::triggered, frame, [frame = frame.data()](QAction* action) {
+            toolkit::SendMessage(HandleOf(frame->editor), WM_COMMAND, action->data().toInt(), 0);
         });
     }
+    frame->setContentsMargins(0, menuBar->sizeHint().height(), 0, 0);
+    frame->resize(600, 400);
+    return frame;
 }
 
-bool TestFrame::event(QEvent* event)
+bool TestWindow::eventFilter(QObject*, QEvent* event)
 {
-    if (MessageEvent* m = Message(event, WM_OSC_SETEDITOR))
-        editor = qobject_cast<QWidget*>(ObjectOf(reinterpret_cast<WindowHandle>(m->lParam)));
-    else if (MessageEvent* m = Message(event, WM_OSC_SETTITLE))
-        title = reinterpret_cast<const char*>(m->lParam);
-    return MessageEvent::From(event) != nullptr || QWidget::event(event);
-}
-
-void TestFrame::resizeEvent(QResizeEvent*)
-{
-    // The editor fills the frame below its menu bar.
-    menuBar->setGeometry(0, 0, width(), contentsMargins().top());
-    if (editor != nullptr)
-        editor->setGeometry(contentsRect());
-}
-
-bool TestHostWindow::event(QEvent* event)
-{
-    MessageEvent* m = Message(event, WM_OSC_HOSTREQUEST);
-    if (m == nullptr || m->lParam == 0)
-        return MessageEvent::From(event) != nullptr || QWidget::event(event);
-    lastRequest = *reinterpret_cast<const HostRequest*>(m->lParam);
-    QObject* made = nullptr;
-    if (lastRequest.words[0] != kRequestOpenEditor || answer == Answer::kNoFrame)
-        return true;
-    if (answer == Answer::kFrame) {
-        frame = new TestFrame(this, reinterpret_cast<QMenu*>(lastRequest.words[kRequestMenuWord]));
-        frame->resize(600, 400);
-        made = frame;
-    } else {
-        made = notAWindow = new NotAWindow(notAWindowClosed);
-    }
-    m->result = reinterpret_cast<std::intptr_t>(HandleOf(made));
-    return true;
+    const MessageEvent* m = MessageEvent::From(event);
+    notAWindowClosed = notAWindowClosed || (m != nullptr && m->Message() == WM_OSC_CLOSEFRAME);
+    return false;
 }

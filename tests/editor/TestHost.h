@@ -3,7 +3,8 @@
 #include "host/Messages.h"
 #include "tests/support/FakeHost.h"
 
-#include <QMenuBar>
+#include <nlohmann/json.hpp>
+
 #include <QPointer>
 #include <QWidget>
 
@@ -11,45 +12,37 @@
 #include <vector>
 
 // The host object the editors get from AllocVornBasics, with scripted answers.
-class TestBasics : public FakeHost {
-public:
+struct TestBasics : FakeHost {
     int saveAnswer = 3;
     int saveQuestions = 0;
     int titleAnswer = 0;
-    std::vector<int> allocArguments;  // the selectors of the last AllocVornBasics
+    std::vector<int> allocArguments;  // what the last AllocVornBasics was given
 
     int AskSaveChanges(void*, const char*) override { return ++saveQuestions, saveAnswer; }
     int QueryTitle(int) override { return titleAnswer; }
 };
 TestBasics& TheTestBasics();
 
-// A frame the host makes for an editor: it takes the editor, shows its title,
-// and puts the module's menu in its menu bar, routing the menu's commands to
-// its editor as a host's frame does.
-class TestFrame : public QWidget {
+// A window of the test host. As the host's window it answers a request for a
+// frame as told, keeps the request and notes the status texts and test values
+// ([value, address components...]) it receives; as a frame it keeps its
+// editor and title, and shows the module's menus in a menu bar above the
+// editor, routing their commands to it.
+class TestWindow : public QWidget {
 public:
-    explicit TestFrame(QWidget* parent, QMenu* moduleMenu);
-
+    enum class Answer { kFrame, kNoFrame, kNotAWindow } answer = Answer::kFrame;
+    HostRequest lastRequest;
+    QPointer<TestWindow> frame;
+    QPointer<QObject> notAWindow;   // what kNotAWindow answered
+    bool notAWindowClosed = false;  // by a message to it
     QPointer<QWidget> editor;
     std::string title;
-    QMenuBar* menuBar;
+    nlohmann::json received = nlohmann::json::array();
 
 protected:
     bool event(QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-};
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
-// The host's window, parent of the frames. It answers the editor-open request
-// as told and keeps what arrived with it.
-class TestHostWindow : public QWidget {
-public:
-    enum class Answer { kFrame, kNoFrame, kNotAWindow };
-    Answer answer = Answer::kFrame;
-    HostRequest lastRequest;
-    QPointer<TestFrame> frame;
-    QPointer<QObject> notAWindow;  // a frame that is no widget, answered to kNotAWindow
-    bool notAWindowClosed = false;
-
-protected:
-    bool event(QEvent* event) override;
+private:
+    QObject* MakeFrame(QMenu* moduleMenu);
 };

@@ -1,22 +1,22 @@
-// The canvas's arithmetic, against its numbers.
-#include "CanvasFixture.h"
-#include "document/OSCPage.h"
-#include "tests/support/TestControls.h"
+// The canvas's arithmetic against its numbers: each rule of data/canvas.json
+// names the function it checks and lists its cases.
+#include "tests/view/QtTestSupport.h"
 #include "view/ControlGeometry.h"
 #include "view/EditGeometry.h"
+#include "view/ScrollGeometry.h"
+#include "view/TVornOSCView.h"
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
+#include <map>
 
 namespace {
 
-OSCControl Control(const json& ltrb, int value = 0)
-{
-    OSCPage page;
-    const CRect r = RectOf(ltrb);
-    OSCControl c = AddControl(page, r.left, r.top, r.Width(), r.Height(), 0, false, "Vol");
-    c.value = value;
-    return c;
-}
+const std::vector<std::string> kEdges = {"top", "bottom", "left", "right"};
+const std::vector<std::string> kScrollCodes = {"line forward", "page forward",   "line back",
+                                               "page back",    "thumb position", "thumb track"};
 
 // The index of name in names: an edge or a scroll code by its name.
 int Named(const json& name, const std::vector<std::string>& names)
@@ -24,82 +24,87 @@ int Named(const json& name, const std::vector<std::string>& names)
     return static_cast<int>(std::find(names.begin(), names.end(), name) - names.begin());
 }
 
-const std::vector<std::string> kEdges = {"top", "bottom", "left", "right"};
-
-TEST(ScrollGeometry, StepsStopAtTheEndsButTheThumbGoesWhereItIsPut)
-{
-    const std::vector<std::string> codes = {"line forward", "page forward",   "line back",
-                                            "page back",    "thumb position", "thumb track"};
-    for (const json& c : CanvasCases("scrollSteps")) {  // on a range of 0 to 100, 60 to a page
-        const std::optional<int> step =
-            ScrollStep(Named(c["code"], codes), c.value("thumb", 0), c["position"], 100, 60);
-        EXPECT_EQ(step ? json(*step) : json(), c["step"]) << c;
-    }
-}
-
-TEST(ControlGeometry, FaderLevelsGrowFromTheCapByTheValueItself)
-{
-    for (const json& c : CanvasCases("faderLevels")) {
-        const CRect level = FaderLevelRect(RectOf(c["control"]), c["range"][0], c["range"][1],
-                                           c["value"], c.value("testMode", true));
-        EXPECT_EQ(Json(level), c["level"]) << c["what"];
-    }
-}
-
-TEST(ControlGeometry, KnobsDrawTheirTopLeftSquareAndPointFromTheWholeRectanglesCentre)
-{
-    EXPECT_EQ(Json(KnobBox({10, 20, 70, 60})), json({10, 20, 50, 60}));
-    EXPECT_EQ(Json(KnobBox({10, 20, 50, 80})), json({10, 20, 50, 60}));
-    EXPECT_EQ(Json(KnobHub({10, 20, 50, 60})), json({20, 30, 40, 50}));
-    for (const json& c : CanvasCases("knobPointers")) {
-        const json scroll = c.value("scroll", json({0, 0}));
-        const KnobPointer line =
-            KnobPointerLine(Control(c["control"], c["value"]), scroll[0], scroll[1]);
-        EXPECT_EQ(json({line.from.x, line.from.y, line.to.x, line.to.y}),
-                  json({c["from"][0], c["from"][1], c["to"][0], c["to"][1]}))
-            << c["what"];
-    }
-}
-
-TEST(ControlGeometry, TheTitleStripScrollsWithThePageAndColoursDivideEachChannel)
-{
-    EXPECT_EQ(Json(TestModeBannerRect(TitleStripRect(1024, 4, 10))), json({4, -2, 1012, 22}));
-    EXPECT_EQ(TVornOSCView::GetScaledColor(8, 2), 0x00490A7Fu);  // pink
-}
-
-TEST(EditGeometry, EdgeZonesLieJustOutsideAControlAndNeverInItsCorners)
+// A page with a control named Vol on [l, t, r, b] holding value, and another.
+OSCPage Page(const json& ltrb, int value = 0, const json& second = {100, 143, 150, 183})
 {
     OSCPage page;
-    AddControl(page, 100, 100, 50, 40);
-    AddControl(page, 100, 143, 50, 40);
-    for (const json& c : CanvasCases("editEdges")) {
-        OSCControl* control = nullptr;
-        int edge = -1;
-        const bool found = FindEditEdge(page, {c["point"][0], c["point"][1]}, &control, &edge);
-        EXPECT_EQ(found, c.contains("edge")) << c;
-        EXPECT_EQ(edge, found ? Named(c["edge"], kEdges) : -1) << c;
-        EXPECT_EQ(control, found ? page.controls[c["control"]].get() : nullptr) << c;
-    }
+    for (const CRect r : {RectOf(ltrb), RectOf(second)})
+        AddControl(page, {{"at", {r.left, r.top, r.Width(), r.Height()}}, {"name", "Vol"}});
+    page.controls[0]->value = value;
+    return page;
 }
 
-TEST(EditGeometry, ResizingKeepsThirtyTwoUnitsASideAndTheTopLeftOnThePage)
+const std::map<std::string, std::function<json(const json&)>> kFunctions = {
+    {"ScrollStep",  // on a range of 0 to 100, 60 to a page
+     [](const json& c) {
+         const auto step = ScrollStep(Named(c["code"], kScrollCodes), c.value("thumb", 0),
+                                      c["position"], 100, 60);
+         return step ? json(*step) : json();
+     }},
+    {"FaderLevelRect",
+     [](const json& c) {
+         return Json(FaderLevelRect(RectOf(c["control"]), c["range"][0], c["range"][1], c["value"],
+                                    c.value("testMode", true)));
+     }},
+    {"KnobBox",
+     [](const json& c) {
+         return Json(c.contains("hub") ? KnobHub(RectOf(c["control"]))
+                                       : KnobBox(RectOf(c["control"])));
+     }},
+    {"KnobPointerLine",
+     [](const json& c) {
+         const json scroll = c.value("scroll", json({0, 0}));
+         const KnobPointer line =
+             KnobPointerLine(*Page(c["control"], c["value"]).controls[0], scroll[0], scroll[1]);
+         return json({line.from.x, line.from.y, line.to.x, line.to.y});
+     }},
+    {"TestModeBannerRect",
+     [](const json& c) {
+         return Json(
+             TestModeBannerRect(TitleStripRect(c["width"], c["scroll"][0], c["scroll"][1])));
+     }},
+    {"GetScaledColor",
+     [](const json& c) { return TVornOSCView::GetScaledColor(c["color"], c["divisor"]); }},
+    {"FindEditEdge",  // on a control at (100, 100), 50 by 40, and one 3 units below it
+     [](const json& c) {
+         const OSCPage page = Page({100, 100, 150, 140});
+         OSCControl* control = nullptr;
+         int edge = -1;
+         const bool found = FindEditEdge(page, {c["point"][0], c["point"][1]}, &control, &edge);
+         const json index = control == page.controls[0].get()   ? json(0)
+                            : control == page.controls[1].get() ? json(1)
+                                                                : json();
+         return json({found, index, edge != -1 ? json(kEdges.at(edge)) : json()});
+     }},
+    {"ResizeStep",  // a control at (10, 10), 40 by 40
+     [](const json& c) {
+         OSCControl& control = *Page({10, 10, 50, 50}).controls[0];
+         const bool changed = ResizeStep(control, Named(c["edge"], kEdges), c["by"]);
+         return json({Json(control.Rect()), changed});
+     }},
+    {"StatusText",  // a control at (100, 200), 40 by 60, and an offset of (5, -7)
+     [](const json& c) {
+         const int resizing =
+             c.contains("resizing") ? ResizeStateOf(Named(c["resizing"], kEdges)) : kNoResize;
+         return StatusText(*Page({100, 200, 140, 260}).controls[0],
+                           {resizing, c.value("moving", false), {5, -7}});
+     }},
+};
+
+const json kRules = CasesOf(DATA_DIR "/canvas.json", "geometry");
+
+class Geometry : public ::testing::TestWithParam<std::size_t> {};
+
+TEST_P(Geometry, GivesEachCaseItsResult)
 {
-    for (const json& c : CanvasCases("resizeSteps")) {  // a control at (10, 10), 40 by 40
-        OSCControl control = Control({10, 10, 50, 50});
-        const bool changed = ResizeStep(control, Named(c["edge"], kEdges), c["by"]);
-        EXPECT_EQ(Json(control.Rect()), c["after"]) << c;
-        EXPECT_EQ(changed, c["after"] != json({10, 10, 50, 50})) << c;
-    }
+    const json& rule = kRules[GetParam()];
+    for (const json& c : rule["cases"])
+        EXPECT_EQ(kFunctions.at(rule["function"])(c), c["result"]) << c;
 }
 
-TEST(EditGeometry, StatusTextsShowTheGeometryTheEditWillLeave)
-{
-    const OSCControl vol = Control({100, 200, 140, 260});
-    for (const json& c : CanvasCases("statusTexts")) {
-        const int resizing =
-            c.contains("resizing") ? ResizeStateOf(Named(c["resizing"], kEdges)) : kNoResize;
-        EXPECT_EQ(StatusText(vol, {resizing, c.value("moving", false), {5, -7}}), c["text"]);
-    }
-}
+INSTANTIATE_TEST_SUITE_P(Canvas, Geometry, ::testing::Range<std::size_t>(0, kRules.size()),
+                         [](const auto& info) {
+                             return kRules[info.param]["rule"].template get<std::string>();
+                         });
 
 }  // namespace

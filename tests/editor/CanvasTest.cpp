@@ -1,0 +1,41 @@
+// The canvas of an editor: its painted names and a missing page. What the
+// mouse and the scroll bars do on it are rules of data/editor.json.
+#include "EditorFixture.h"
+
+namespace {
+
+// Rows of r in which some pixel is brighter than its background: where text was written.
+int InkedRows(const QImage& image, const CRect& r)
+{
+    int rows = 0;
+    for (int y = r.top; y < r.bottom; ++y) {
+        bool inked = false;
+        for (int x = r.left; x < r.right && !inked; ++x)
+            inked = qGreen(image.pixel(x, y)) > 0xA0;
+        rows += inked;
+    }
+    return rows;
+}
+
+TEST_F(EditorTest, NamesWrapInsideControlsButLabelsStayOnOneLine)
+{
+    Lay(json::parse(R"({"controls": [
+        {"at": [100, 100, 40, 60], "name": "WWW WWW", "color": 1},
+        {"type": "toggle", "at": [200, 100, 40, 60], "name": "WWW WWW", "color": 1}]})"));
+    const QImage image = Paint();
+    EXPECT_GT(InkedRows(image, {100, 100, 140, 118}), 5);
+    EXPECT_EQ(InkedRows(image, {100, 118, 140, 160}), 0);
+    EXPECT_GT(InkedRows(image, {203, 118, 237, 157}), 5) << "the second line of the name";
+}
+
+TEST_F(EditorTest, APageThatIsMissingPaintsOnlyTheTitleStrip)
+{
+    Do("size 1024 768");
+    editor->project.pages.clear();
+    editor->view.testMode = 1;
+    const QImage image = Paint();
+    EXPECT_EQ(ColourAt(image, 4, 20) + ColourAt(image, 100, 28) + ColourAt(image, 500, 400),
+              "#3f3f3f#7f0000#000000");
+}
+
+}  // namespace
