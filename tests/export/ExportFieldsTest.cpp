@@ -47,6 +47,7 @@ TEST(ExportFields, FieldsWithoutTerminatorAreNotReadPastTheirEnd)
         names += "bm5u";  // "nnn"
     EXPECT_NE(xml.find("osc_cs=\"" + std::string(255, 'c') + "\" "), std::string::npos);
     EXPECT_NE(xml.find("<control name=\"" + names + "\" "), std::string::npos);
+    EXPECT_NE(xml.find("text=\"" + names + "\" "), std::string::npos);
 }
 
 }  // namespace

@@ -26,56 +26,46 @@ std::vector<std::string> CaseNames()
     return names;
 }
 
-class GoldenExport : public testing::TestWithParam<std::string> {
-protected:
-    void SetUp() override
-    {
-        Toolkit().Reset();
-        host_.dataFolder = temp_.path().string();
-        const auto input = ReadWholeFile(CaseFolder() / "input.json");
-        // The one layout that JSON cannot hold: no pages, on the default screen.
-        if (!input)
-            project_.pages.clear();
-        std::string error;
-        ASSERT_TRUE(!input || ReadLayoutJson(*input, project_, error)) << error;
-    }
-
-    fs::path CaseFolder() const { return fs::path(GOLDEN_DIR) / GetParam(); }
-
-    void ExpectGolden(const std::string& actual, const char* fileName)
-    {
-        const auto expected = ReadWholeFile(CaseFolder() / fileName);
-        if (expected == actual)
-            return;
-        const fs::path actualPath = fs::path(ACTUAL_DIR) / GetParam() / fileName;
-        fs::create_directories(actualPath.parent_path());
-        WriteWholeFile(actualPath, actual);
-        ADD_FAILURE() << "the output differs from " << CaseFolder() / fileName << "; it is in "
-                      << actualPath;
-    }
-
-    TempFolder temp_;
-    FakeHost host_;
-    OSCProject project_;
-};
+using GoldenExport = testing::TestWithParam<std::string>;
 
 // unzip and xmllint give a second opinion from code that shares nothing with
 // libzip or the exporter. Addresses are written unescaped, so xmllint skips the
 // layout whose addresses hold quotes and ampersands.
 TEST_P(GoldenExport, TheTouchOSCArchiveAndTheLemurFileHoldTheExpectedBytesAndPassTheTools)
 {
-    const std::string lemur = temp_ / "layout.jzml", touchOSC = temp_ / "layout.touchosc";
-    project_.ExportTouchOSCFile(&host_, touchOSC.c_str());
-    EXPECT_TRUE(host_.errors.empty());
+    const fs::path folder = fs::path(GOLDEN_DIR) / GetParam();
+    const auto expectGolden = [&](const std::string& actual, const char* fileName) {
+        if (ReadWholeFile(folder / fileName) == actual)
+            return;
+        const fs::path kept = fs::path(ACTUAL_DIR) / GetParam() / fileName;
+        fs::create_directories(kept.parent_path());
+        WriteWholeFile(kept, actual);
+        ADD_FAILURE() << "the output differs from " << folder / fileName << "; it is in " << kept;
+    };
+    Toolkit().Reset();
+    TempFolder temp;
+    FakeHost host;
+    host.dataFolder = temp.path().string();
+    OSCProject project;
+    std::string error;
+    // The one layout that JSON cannot hold: no pages, on the default screen.
+    if (const auto input = ReadWholeFile(folder / "input.json"))
+        ASSERT_TRUE(ReadLayoutJson(*input, project, error)) << error;
+    else
+        project.pages.clear();
+
+    const std::string lemur = temp / "layout.jzml", touchOSC = temp / "layout.touchosc";
+    project.ExportTouchOSCFile(&host, touchOSC.c_str());
+    EXPECT_TRUE(host.errors.empty());
     const auto entries = ReadZipEntries(touchOSC);
     ASSERT_TRUE(entries) << "libzip cannot read " << touchOSC;
     ASSERT_EQ(entries->size(), 1u);
     EXPECT_EQ(entries->front().name, "index.xml");
     EXPECT_EQ(entries->front().method, ZIP_CM_DEFLATE);
-    ExpectGolden(entries->front().bytes, "expected.xml");
+    expectGolden(entries->front().bytes, "expected.xml");
     // Second, as it gives unnamed controls their default names in the document.
-    project_.ExportLemurFile(&host_, lemur.c_str());
-    ExpectGolden(ReadWholeFile(lemur).value_or("no Lemur file written"), "expected.jzml");
+    project.ExportLemurFile(&host, lemur.c_str());
+    expectGolden(ReadWholeFile(lemur).value_or("no Lemur file written"), "expected.jzml");
     EXPECT_TRUE(Toolkit().messageBoxes.empty());
 
     if (!HasTool("unzip") || !HasTool("xmllint"))
@@ -86,7 +76,7 @@ TEST_P(GoldenExport, TheTouchOSCArchiveAndTheLemurFileHoldTheExpectedBytesAndPas
         return;
     // The archive's index.xml, as the golden check above found it.
     const CommandResult lint =
-        RunCommand("xmllint --noout " + ShellQuoted(CaseFolder() / "expected.xml"));
+        RunCommand("xmllint --noout " + ShellQuoted(folder / "expected.xml"));
     EXPECT_EQ(lint.status, 0) << lint.output;
 }
 
