@@ -51,11 +51,6 @@ protected:
         return results;
     }
 
-    std::string Read(const std::string& name) const
-    {
-        return ReadWholeFile(folder_ / name).value_or("(none)");
-    }
-
     // The names in the folder; the runs' TMPDIR must be empty.
     std::set<std::string> Files() const
     {
@@ -91,12 +86,11 @@ TEST_F(CommandLine, EachRunExitsAndPrintsAsItsCaseSaysAndUsageErrorsWriteNothing
         EXPECT_EQ(run.status, c["status"].get<int>());
         EXPECT_TRUE(run.err.starts_with(c.value("err", "")) && run.err.empty() != c.contains("err"))
             << run.err;
-        if (const json out = c.value("out", json("")); out.is_object())
-            EXPECT_EQ(json::parse(run.out), out);
-        else
-            EXPECT_TRUE(run.out.starts_with(out.get<std::string>()) &&
-                        run.out.empty() != c.contains("out"))
-                << run.out;
+        const json out = c.value("out", json(""));
+        EXPECT_TRUE(out.is_object() ? json::parse(run.out) == out
+                                    : run.out.starts_with(out.get<std::string>()) &&
+                                          run.out.empty() != c.contains("out"))
+            << run.out;
     }
     EXPECT_EQ(Files(), CommandLineCases("filesAfterRuns").get<std::set<std::string>>());
 }
@@ -130,17 +124,16 @@ TEST_F(CommandLine, AFileThatCannotBeReadOrWrittenFailsWithOneLineNamingItAndWri
         const std::string limit = c.contains("fileSizeLimit") ? "trap '' XFSZ; ulimit -f " +
                                                                     c["fileSizeLimit"].dump() + "; "
                                                               : "";
-        for (const VornoscRun& run : RunTogether(runs, limit)) {
-            EXPECT_EQ(run.status, 1);
-            EXPECT_EQ(run.out, "");
-            EXPECT_EQ(run.err, "vornosc: " + failing + ": " + c["error"].get<std::string>() + "\n");
-        }
+        const std::string line =
+            "vornosc: " + failing + ": " + c["error"].get<std::string>() + "\n";
+        for (const VornoscRun& run : RunTogether(runs, limit))
+            EXPECT_EQ(std::tuple(run.status, run.out, run.err), std::tuple(1, std::string(), line));
         fs::remove(folder_ / file);
         if (c.contains("folder"))
             fs::remove(folder_ / c["folder"]);  // throws unless empty
         EXPECT_EQ(Files(), outputs);
         for (const std::string& out : outputs)
-            EXPECT_EQ(Read(out), "old bytes") << out;
+            EXPECT_EQ(ReadWholeFile(folder_ / out), "old bytes") << out;
     }
 }
 
@@ -165,13 +158,14 @@ TEST_F(CommandLine, ExportsRunTogetherWriteTheirOwnFilesAndNothingElse)
     for (const VornoscRun& run : RunTogether(runs, "exec <&-; "))
         EXPECT_TRUE(run.status == 0 && run.err.empty()) << run.status << run.err;
     EXPECT_EQ(Files(), outputs);
-    EXPECT_EQ(Read("Demo.VornOsc"), kDemo);
+    EXPECT_EQ(ReadWholeFile(folder_ / "Demo.VornOsc"), kDemo);
     for (const std::string& name : cases) {
         const std::string golden = GOLDEN_DIR "/" + name + "/expected";
         const auto entries = ReadZipEntries(folder_ / (name + ".touchosc"));
         ASSERT_TRUE(entries && entries->size() == 1) << name;
         EXPECT_EQ(entries->front().bytes, ReadWholeFile(golden + ".xml")) << name;
-        EXPECT_EQ(Read(name + ".JZML"), ReadWholeFile(golden + ".jzml")) << name;
+        EXPECT_EQ(ReadWholeFile(folder_ / (name + ".JZML")), ReadWholeFile(golden + ".jzml"))
+            << name;
     }
     for (const std::string& name : outputs)
         EXPECT_EQ(fs::status(folder_ / name).permissions(), plain) << name;
