@@ -25,6 +25,7 @@
 #include <sstream>
 
 namespace fs = std::filesystem;
+using namespace Qt::StringLiterals;
 
 json EditorCases(const char* key)
 {
@@ -33,7 +34,8 @@ json EditorCases(const char* key)
 
 namespace {
 
-const json kNames = EditorCases("names");  // of commands, requests and messages
+const json kNames = EditorCases("names");          // of commands, requests and messages
+const json kMenuItems = EditorCases("menuItems");  // whose enabled state is shown
 const std::vector<std::string> kEdges = {"top", "bottom", "left", "right"};
 const std::vector<std::string> kBarActions = {"", "line+", "line-", "page+", "page-"};
 
@@ -51,32 +53,26 @@ QAction* Item(TVornOSCEditor* editor, int id, QMenu* menu = hMenu)
     return nullptr;
 }
 
-void Click(QWidget* widget)
+QPushButton* Button(QDialog& dialog, QDialogButtonBox::StandardButton which)
 {
-    // Near the left edge: a check box answers only on its box and caption.
-    QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(4, widget->height() / 2));
-}
-
-QPushButton* Ok(QDialog& dialog)
-{
-    return dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    return dialog.findChild<QDialogButtonBox*>()->button(which);
 }
 
 void Play(QDialog& dialog, const QString& script)
 {
     for (const QString& step : script.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
-        const auto buttons = dialog.findChild<QDialogButtonBox*>();
-        auto* widget = step == QStringLiteral("OK") ? Ok(dialog)
-                       : step == QStringLiteral("Cancel")
-                           ? buttons->button(QDialogButtonBox::Cancel)
-                           : dialog.findChild<QWidget*>(step.section(QLatin1Char('='), 0, 0));
+        QWidget* widget = step == u"OK"_s ? Button(dialog, QDialogButtonBox::Ok)
+                          : step == u"Cancel"_s
+                              ? Button(dialog, QDialogButtonBox::Cancel)
+                              : dialog.findChild<QWidget*>(step.section(u'=', 0, 0));
         if (widget == nullptr)
             return ADD_FAILURE() << "no widget for " << step.toStdString();
-        if (!step.contains(QLatin1Char('=')))
-            Click(widget);
+        if (!step.contains(
+                u'='))  // near the left edge: a check box answers only on its box and caption
+            QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(4, widget->height() / 2));
         else if (qobject_cast<QLineEdit*>(widget) != nullptr)
             QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(widget, step.section(QLatin1Char('='), 1));
+        QTest::keyClicks(widget, step.section(u'=', 1));
     }
 }
 
@@ -92,7 +88,7 @@ EditorTest::EditorTest()
     hostWindow.resize(1300, 900);  // the frame is wider than the editor
     hostWindow.show();
     QApplication::setActiveWindow(&hostWindow);
-    Open(nullptr);
+    editor = static_cast<TVornOSCEditor*>(ObjectOf(VornOSCEditor(HandleOf(&hostWindow), nullptr)));
     QObject::connect(&user_, &QTimer::timeout, [this] { Reply(); });
     user_.start(0);
     editor->view.installEventFilter(&painted_);
@@ -102,12 +98,6 @@ EditorTest::~EditorTest()
 {
     fs::current_path(startFolder_);
     Search = search_, Replace = replace_, inName = inName_, inCommand = inCommand_;
-}
-
-TVornOSCEditor* EditorTest::Open(const char* path)
-{
-    editor = static_cast<TVornOSCEditor*>(ObjectOf(VornOSCEditor(HandleOf(&hostWindow), path)));
-    return editor;
 }
 
 std::intptr_t EditorTest::Request(std::intptr_t code, const void* word8, const void* word9)
@@ -160,6 +150,7 @@ void EditorTest::Lay(const json& layout)
     }
     editor->view.testMode = 0;
     held_ = {};
+    keys_.clear();
     Do("size 1024 768");
     hostWindow.frame->title.clear();
     editor->runDialog = Playing({});
@@ -169,19 +160,23 @@ void EditorTest::Lay(const json& layout)
 void EditorTest::Do(const std::string& step)
 {
     std::istringstream words(step);
-    std::string verb, rest, keys;
+    std::string verb, rest;
     QPoint at, to;
-    words >> verb;
-    std::getline(words >> std::ws, rest);
-    std::istringstream(rest) >> at.rx() >> at.ry() >> keys;
-    if (verb == "drag")
-        std::istringstream(rest) >> at.rx() >> at.ry() >> to.rx() >> to.ry() >> keys;
-    Qt::KeyboardModifiers modifiers;
-    modifiers.setFlag(Qt::ShiftModifier, keys.find("Shift") != std::string::npos);
-    modifiers.setFlag(Qt::ControlModifier, keys.find("Ctrl") != std::string::npos);
-    const Qt::MouseButton button = keys == "Right" ? Qt::RightButton : Qt::LeftButton;
+    std::getline(words >> verb >> std::ws, rest);
+    std::istringstream(rest) >> at.rx() >> at.ry() >> to.rx() >> to.ry();
+    const auto has = [&rest](const char* word) { return rest.find(word) != std::string::npos; };
+    Qt::KeyboardModifiers keys;
+    keys.setFlag(Qt::ShiftModifier, has("Shift")).setFlag(Qt::ControlModifier, has("Ctrl"));
     const QPoint beside(100, editor->height() - 5);  // in the grey below the page list
     TVornOSCView& view = editor->view;
+    if (verb == "press" || verb == "drag")
+        Mouse(QEvent::MouseButtonPress, at, has("Right") ? Qt::RightButton : Qt::LeftButton, keys);
+    if (verb == "double")  // the press that comes first changes nothing here
+        Mouse(QEvent::MouseButtonDblClick, at, Qt::LeftButton, {});
+    if (verb == "move" || verb == "drag")
+        Mouse(QEvent::MouseMove, verb == "drag" ? at = to : at, Qt::NoButton, {});
+    if (verb == "release" || verb == "drag" || verb == "double")
+        Mouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, keys);
     if (verb == "command") {
         toolkit::SendMessage(HandleOf(editor), WM_COMMAND, kNames[rest], 0);
     } else if (verb == "request") {
@@ -193,47 +188,43 @@ void EditorTest::Do(const std::string& step)
     } else if (verb == "key") {
         const QKeyCombination key = QKeySequence(QString::fromStdString(rest))[0];
         QTest::keyClick(QApplication::focusWidget(), key.key(), key.keyboardModifiers());
-    } else if (step == "click editor") {
+    } else if (step == "editor click") {
         QTest::mouseClick(editor, Qt::LeftButton, {}, beside);
-    } else if (step == "double editor") {
+    } else if (step == "editor double") {
         QTest::mouseDClick(editor, Qt::LeftButton, {}, beside);
-    } else if (verb == "click") {
-        QListWidget& list = editor->pageList;
-        const QPoint row = list.visualItemRect(list.item(std::stoi(rest.substr(5)))).center();
-        QTest::mouseClick(
-            list.viewport(), Qt::LeftButton,
-            rest.find("Ctrl") != std::string::npos ? Qt::ControlModifier : Qt::NoModifier, row);
+    } else if (verb == "list") {
+        const QListWidget& list = editor->pageList;
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, keys,
+                          list.visualItemRect(list.item(at.x())).center());
     } else if (verb == "right") {
-        menuKeys_ = rest;
+        keys_ += rest;
         QTest::mousePress(editor, Qt::RightButton, {}, beside);
     } else if (verb == "answer") {
-        answers_.push_back(rest == "Yes");
+        keys_ += rest[0];
     } else if (verb == "dialog") {
         editor->runDialog = Playing(QString::fromStdString(rest));
     } else if (verb == "choose") {
-        editor->runDialog = Choosing(rest);
-    } else if (verb == "press" || verb == "drag" || verb == "double" || verb == "move" ||
-               verb == "release") {
-        if (verb == "press" || verb == "drag")
-            Mouse(QEvent::MouseButtonPress, at, button, modifiers);
-        if (verb == "double")  // the press that comes first changes nothing here
-            Mouse(QEvent::MouseButtonDblClick, at, Qt::LeftButton, {});
-        if (verb == "move" || verb == "drag")
-            Mouse(QEvent::MouseMove, verb == "drag" ? at = to : at, Qt::NoButton, {});
-        if (verb == "release" || verb == "drag" || verb == "double")
-            Mouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, modifiers);
+        editor->runDialog = Choosing(rest.empty() ? rest : fs::absolute(rest).string());
+    } else if (verb == "write") {  // a layout file, in new folders
+        fs::create_directories(fs::path(rest).parent_path());
+        WriteWholeFile(rest, "KLYF");
+    } else if (verb == "open") {
+        editor = static_cast<TVornOSCEditor*>(
+            ObjectOf(VornOSCEditor(HandleOf(&hostWindow), rest.c_str())));
     } else if (verb == "size") {
         const CRect client = view.ClientRect();
         view.resize(at.x() + view.width() - client.Width(),
                     at.y() + view.height() - client.Height());
     } else if (verb == "bar") {
-        QScrollBar* bar = rest[0] == 'h' ? view.HorizontalBar() : view.VerticalBar();
         const auto action = std::find(kBarActions.begin(), kBarActions.end(), rest.substr(2));
-        bar->triggerAction(QAbstractSlider::SliderAction(action - kBarActions.begin()));
+        (rest[0] == 'h' ? view.HorizontalBar() : view.VerticalBar())
+            ->triggerAction(QAbstractSlider::SliderAction(action - kBarActions.begin()));
     } else if (verb == "thumb") {
         view.OnHScroll(kThumbTrack, at.x(), view.HorizontalBar());
         view.OnVScroll(kThumbTrack, at.y(), view.VerticalBar());
-    } else if (!verb.empty()) {
+    } else if (!verb.empty() &&
+               std::string(" press drag double move release ").find(' ' + verb + ' ') ==
+                   std::string::npos) {
         ADD_FAILURE() << "no such step: " << step;
     }
     QCoreApplication::sendPostedEvents();
@@ -251,21 +242,19 @@ void EditorTest::Mouse(QEvent::Type type, QPoint at, Qt::MouseButton button,
 
 void EditorTest::Reply()
 {
-    if (QWidget* menu = QApplication::activePopupWidget()) {
-        shown_.push_back("menu");
-        if (menuKeys_.empty())
-            return QTest::keyClick(menu, Qt::Key_Escape);
-        QTest::keyClick(menu, menuKeys_[0]);
-        menuKeys_.erase(0, 1);
-    } else if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-        shown_.push_back((box->windowTitle() + QStringLiteral(": ") + box->text()).toStdString());
-        const bool yes = !answers_.empty() && answers_.front();
-        if (!answers_.empty())
-            answers_.erase(answers_.begin());
-        if (QAbstractButton* button = box->button(yes ? QMessageBox::Yes : QMessageBox::No))
-            return button->click();
-        box->reject();
-    }
+    QWidget* menu = QApplication::activePopupWidget();
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (menu == nullptr && box == nullptr)
+        return;
+    shown_.push_back(menu != nullptr ? "menu"
+                                     : (box->windowTitle() + u": "_s + box->text()).toStdString());
+    const char key = keys_.empty() ? '\0' : keys_[0];
+    keys_.erase(0, 1);
+    if (menu != nullptr)
+        return key != '\0' ? QTest::keyClick(menu, key) : QTest::keyClick(menu, Qt::Key_Escape);
+    if (QAbstractButton* button = box->button(key == 'Y' ? QMessageBox::Yes : QMessageBox::No))
+        return button->click();
+    box->reject();
 }
 
 void EditorTest::Expect(const json& wanted)
@@ -324,7 +313,7 @@ void EditorTest::Expect(const json& wanted)
         if (editor->pageList.item(row)->isSelected())
             seen["row"].push_back(row);
     }
-    for (const json& item : EditorCases("menuItems")) {
+    for (const json& item : kMenuItems) {
         if (Item(editor, kNames[item.get<std::string>()])->isEnabled())
             seen["enabled"].push_back(item);
     }
@@ -360,7 +349,8 @@ DialogRunner EditorTest::Playing(const QString& script)
         bool okOff = false;
         QTimer::singleShot(0, &dialog, [&dialog, &okOff, script] {
             Play(dialog, script);
-            okOff = Ok(dialog) != nullptr && !Ok(dialog)->isEnabled();
+            const QPushButton* ok = Button(dialog, QDialogButtonBox::Ok);
+            okOff = ok != nullptr && !ok->isEnabled();
             if (dialog.isVisible())
                 dialog.reject();
         });
@@ -391,7 +381,7 @@ DialogRunner EditorTest::Choosing(const std::string& path)
 }
 
 // What TEMP holds: folders, files holding the layout as it stands, and the
-// first bytes of any other file.
+// first two bytes of any other file.
 json EditorTest::Files() const
 {
     json files = json::object();
@@ -399,13 +389,10 @@ json EditorTest::Files() const
     for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
         const std::string bytes =
             entry.is_directory() ? "" : ReadWholeFile(entry.path()).value_or("");
-        std::string start = bytes.substr(0, 4);
-        std::replace_if(
-            start.begin(), start.end(), [](char c) { return !std::isprint(c); }, '.');
         files[fs::relative(entry.path(), folder.path()).string()] = entry.is_directory() ? "folder"
                                                                     : bytes == layout
                                                                         ? "this layout"
-                                                                        : start;
+                                                                        : bytes.substr(0, 2);
     }
     return files;
 }

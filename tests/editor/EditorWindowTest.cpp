@@ -1,10 +1,8 @@
 // The editor in its frame: the rules of data/editor.json, each a test of its
 // own, played by a user and a host; where the editor puts its frame and its
-// canvas, how it paints its frame, and paths it cannot keep.
+// canvas, and how it paints its frame.
 #include "EditorFixture.h"
 #include "editor/EditorGeometry.h"
-
-#include <fstream>
 
 namespace {
 
@@ -46,23 +44,6 @@ TEST_F(EditorTest, TheFrameIsGreyWithADarkRingAroundTheCanvasAndABlackLineBeside
     EXPECT_EQ(ColourAt(image, view.left() - 1, view.top() + 5), "#0c0c0c");
     EXPECT_EQ(ColourAt(image, view.right() + 1, view.bottom() + 1), "#0c0c0c");
     EXPECT_EQ(ColourAt(image, 198, editor->height() - 2), "#808080");
-}
-
-TEST_F(EditorTest, APathLongerThan255BytesIsRefusedWithAMessageNotCut)
-{
-    const std::string longFolder = folder / (std::string(150, 'f') + '/' + std::string(150, 'g'));
-    std::filesystem::create_directories(longFolder);
-    const std::string longPath = longFolder + "/Show.VornOsc";
-    std::ofstream(longPath) << "KLYF";
-    ASSERT_NE(Open(longPath.c_str()), nullptr);
-    EXPECT_STREQ(editor->layoutPath, "New");
-    ASSERT_EQ(basics.errors.size(), 1u);
-    EXPECT_NE(basics.errors[0].find("255 bytes"), std::string::npos);
-    editor->modified = 1;
-    Do("choose " + longPath);
-    Do("command Save As");
-    Expect({{"path", "New"}, {"modified", 1}});
-    EXPECT_EQ(basics.errors.size(), 2u);
 }
 
 }  // namespace

@@ -21,28 +21,21 @@ namespace {
 using namespace editor_module;
 using nlohmann::json;
 
-void* Module()
-{
-    static void* module = dlopen(VORNOSC_MODULE, RTLD_NOW | RTLD_LOCAL);
-    if (module == nullptr)
-        throw std::runtime_error(dlerror());
-    return module;
-}
-
 template <typename T>
 T Entry(const char* name)
 {
-    return reinterpret_cast<T>(dlsym(Module(), name));
+    static void* const module = dlopen(VORNOSC_MODULE, RTLD_NOW | RTLD_LOCAL);
+    if (module == nullptr)
+        throw std::runtime_error(dlerror());
+    return reinterpret_cast<T>(dlsym(module, name));
 }
 
 // Made on first need, so that a test can run without one.
 void NeedApplication()
 {
     static int argc = 1;
-    static char name[] = "module_tests";
-    static char* argv[] = {name, nullptr};
-    static QApplication* application = new QApplication(argc, argv);
-    (void)application;
+    static char name[] = "module_tests", *argv[] = {name, nullptr};
+    [[maybe_unused]] static auto* application = new QApplication(argc, argv);
 }
 
 TEST(Module, ShowsExactlyItsEntriesAndTablesByPlainNames)
@@ -57,7 +50,7 @@ TEST(Module, ShowsExactlyItsEntriesAndTablesByPlainNames)
     const auto names = Cases(DATA_DIR "/editor.json", "exportedNames").get<std::set<std::string>>();
     EXPECT_EQ(shown, names);
     for (const std::string& name : names)
-        EXPECT_NE(dlsym(Module(), name.c_str()), nullptr) << name;
+        EXPECT_NE(Entry<void*>(name.c_str()), nullptr) << name;
 }
 
 TEST(Module, StartsOnceAndPublishesItsIdentifierKeysAndTables)
@@ -114,7 +107,7 @@ TEST(Module, OpensEditorsInTheHostsFramesAndWithoutAParentOrAFrameNoWindow)
               reinterpret_cast<std::intptr_t>(*menu));
     EXPECT_EQ(hostWindow.lastRequest.words[kRequestAcceleratorsWord],
               reinterpret_cast<std::intptr_t>(Entry<const void*>("AcceleratorsOSC")));
-    EXPECT_EQ(TheTestBasics().allocArguments, (std::vector<int>{4, 0, 0, 0}));
+    EXPECT_EQ(theTestBasics.allocArguments, (std::vector<int>{4, 0, 0, 0}));
     EXPECT_FALSE(frame->windowIcon().isNull());
 
     // A frame that is not made, or that is no window, opens no editor; the latter is closed.

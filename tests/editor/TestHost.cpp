@@ -7,17 +7,11 @@
 #include <QMenu>
 #include <QMenuBar>
 
-TestBasics& TheTestBasics()
-{
-    static TestBasics basics;
-    return basics;
-}
-
 extern "C" VornBasics* AllocVornBasics(WindowHandle, int kind, int flags, void* reserved1,
                                        void* reserved2)
 {
-    TheTestBasics().allocArguments = {kind, flags, reserved1 != nullptr, reserved2 != nullptr};
-    return &TheTestBasics();
+    theTestBasics.allocArguments = {kind, flags, reserved1 != nullptr, reserved2 != nullptr};
+    return &theTestBasics;
 }
 
 bool TestWindow::event(QEvent* event)

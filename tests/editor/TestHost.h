@@ -21,7 +21,7 @@ struct TestBasics : FakeHost {
     int AskSaveChanges(void*, const char*) override { return ++saveQuestions, saveAnswer; }
     int QueryTitle(int) override { return titleAnswer; }
 };
-TestBasics& TheTestBasics();
+inline TestBasics theTestBasics;  // what AllocVornBasics gives
 
 // A window of the test host. As the host's window it answers a request for a
 // frame as told, keeps the request and notes the status texts and test values

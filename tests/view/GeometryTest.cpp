@@ -4,7 +4,6 @@
 #include "view/ControlGeometry.h"
 #include "view/EditGeometry.h"
 #include "view/ScrollGeometry.h"
-#include "view/TVornOSCView.h"
 
 #include <gtest/gtest.h>
 
@@ -46,11 +45,6 @@ const std::map<std::string, std::function<json(const json&)>> kFunctions = {
          return Json(FaderLevelRect(RectOf(c["control"]), c["range"][0], c["range"][1], c["value"],
                                     c.value("testMode", true)));
      }},
-    {"KnobBox",
-     [](const json& c) {
-         return Json(c.contains("hub") ? KnobHub(RectOf(c["control"]))
-                                       : KnobBox(RectOf(c["control"])));
-     }},
     {"KnobPointerLine",
      [](const json& c) {
          const json scroll = c.value("scroll", json({0, 0}));
@@ -58,13 +52,6 @@ const std::map<std::string, std::function<json(const json&)>> kFunctions = {
              KnobPointerLine(*Page(c["control"], c["value"]).controls[0], scroll[0], scroll[1]);
          return json({line.from.x, line.from.y, line.to.x, line.to.y});
      }},
-    {"TestModeBannerRect",
-     [](const json& c) {
-         return Json(
-             TestModeBannerRect(TitleStripRect(c["width"], c["scroll"][0], c["scroll"][1])));
-     }},
-    {"GetScaledColor",
-     [](const json& c) { return TVornOSCView::GetScaledColor(c["color"], c["divisor"]); }},
     {"FindEditEdge",  // on a control at (100, 100), 50 by 40, and one 3 units below it
      [](const json& c) {
          const OSCPage page = Page({100, 100, 150, 140});

@@ -20,11 +20,7 @@ CRect RectOf(const json& ltrb)
     return {ltrb[0], ltrb[1], ltrb[2], ltrb[3]};
 }
 
-namespace {
-
 const std::vector<std::string> kTypes = {"label", "fader", "knob", "toggle", "button"};
-
-}  // namespace
 
 OSCControl& AddControl(OSCPage& page, const json& control)
 {

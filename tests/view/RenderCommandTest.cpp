@@ -21,8 +21,6 @@ TEST(RenderCommand, PaintsAPageAtTheDevicesSizeAsTheCanvasShowsItOrFailsInOneLin
                                  QStringLiteral(EXAMPLES_DIR "/Demo.VornOsc"))
                         .replace(QStringLiteral("FOLDER"), folder.path());
         }
-        if (!args.join(QLatin1Char(' ')).contains(QStringLiteral("--out")))
-            args << QStringLiteral("--out") << folder.filePath(QStringLiteral("out.png"));
         SCOPED_TRACE(args.join(QLatin1Char(' ')).toStdString());
         QProcess vornosc;
         vornosc.start(QStringLiteral(VORNOSC_BINARY), args);
