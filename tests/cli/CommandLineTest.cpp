@@ -6,12 +6,14 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <tuple>
 
 namespace fs = std::filesystem;
 using nlohmann::json;
 
 namespace {
 
+const char kCases[] = DATA_DIR "/command-line.json";
 const std::string kDemo = ReadWholeFile(EXAMPLES_DIR "/Demo.VornOsc").value_or("");
 
 // What one run of vornosc did.
@@ -51,7 +53,8 @@ protected:
         return results;
     }
 
-    // The names in the folder; the runs' TMPDIR must be empty.
+    // The names in the folder, with any hidden temporary files left behind; the
+    // runs' TMPDIR must be empty.
     std::set<std::string> Files() const
     {
         EXPECT_TRUE(fs::is_empty(tmp_.path()));
@@ -64,11 +67,6 @@ protected:
     TempFolder folder_, tmp_, printed_;
 };
 
-json CommandLineCases(const char* rule)
-{
-    return Cases(DATA_DIR "/command-line.json", rule);
-}
-
 // The runs follow each other in one folder, each after writing the layouts it
 // names. Usage errors exit with 2 and show the usage on stderr; help exits with
 // 0 and prints on stdout. A layout file does not keep the device: it reads as an
@@ -77,7 +75,7 @@ json CommandLineCases(const char* rule)
 // and without names) converts both ways. The extensions match in any case.
 TEST_F(CommandLine, EachRunExitsAndPrintsAsItsCaseSaysAndUsageErrorsWriteNothing)
 {
-    for (const json& c : CommandLineCases("runs")) {
+    for (const json& c : Cases(kCases, "runs")) {
         SCOPED_TRACE(c["args"].dump());
         const json files = c.value("files", json::object());
         for (const auto& [name, layout] : files.items())
@@ -92,7 +90,7 @@ TEST_F(CommandLine, EachRunExitsAndPrintsAsItsCaseSaysAndUsageErrorsWriteNothing
                                           run.out.empty() != c.contains("out"))
             << run.out;
     }
-    EXPECT_EQ(Files(), CommandLineCases("filesAfterRuns").get<std::set<std::string>>());
+    EXPECT_EQ(Files(), Cases(kCases, "filesAfterRuns").get<std::set<std::string>>());
 }
 
 // Damaged inputs are the demo layout with some bytes replaced: a tag changed,
@@ -106,7 +104,7 @@ TEST_F(CommandLine, AFileThatCannotBeReadOrWrittenFailsWithOneLineNamingItAndWri
     const std::set<std::string> outputs{"old.VornOsc", "old.json", "old.touchosc", "old.jzml"};
     for (const std::string& out : outputs)
         WriteWholeFile(folder_ / out, "old bytes");
-    for (const json& c : CommandLineCases("failures")) {
+    for (const json& c : Cases(kCases, "failures")) {
         const std::string file = c["file"], failing = c.value("out", file);
         SCOPED_TRACE(failing);
         if (c.contains("text"))
