@@ -1,5 +1,5 @@
-// The canvas of an editor: its painted names and a missing page. What the
-// mouse and the scroll bars do on it are rules of data/editor.json.
+// The names the canvas of an editor paints. What the mouse and the scroll bars
+// do on it, and its other pixels, are rules of data/editor.json.
 #include "EditorFixture.h"
 
 namespace {
@@ -26,16 +26,6 @@ TEST_F(EditorTest, NamesWrapInsideControlsButLabelsStayOnOneLine)
     EXPECT_GT(InkedRows(image, {100, 100, 140, 118}), 5);
     EXPECT_EQ(InkedRows(image, {100, 118, 140, 160}), 0);
     EXPECT_GT(InkedRows(image, {203, 118, 237, 157}), 5) << "the second line of the name";
-}
-
-TEST_F(EditorTest, APageThatIsMissingPaintsOnlyTheTitleStrip)
-{
-    Do("size 1024 768");
-    editor->project.pages.clear();
-    editor->view.testMode = 1;
-    const QImage image = Paint();
-    EXPECT_EQ(ColourAt(image, 4, 20) + ColourAt(image, 100, 28) + ColourAt(image, 500, 400),
-              "#3f3f3f#7f0000#000000");
 }
 
 }  // namespace

@@ -13,9 +13,7 @@
 
 // The host object the editors get from AllocVornBasics, with scripted answers.
 struct TestBasics : FakeHost {
-    int saveAnswer = 3;
-    int saveQuestions = 0;
-    int titleAnswer = 0;
+    int saveAnswer = 3, titleAnswer = 0, saveQuestions = 0;
     std::vector<int> allocArguments;  // what the last AllocVornBasics was given
 
     int AskSaveChanges(void*, const char*) override { return ++saveQuestions, saveAnswer; }
