@@ -7,6 +7,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <stdexcept>
 
 std::optional<std::string> ReadWholeFile(const std::string& path)
 {
@@ -89,5 +90,8 @@ std::string Captured(const std::function<void(std::FILE*)>& write)
 
 nlohmann::json Cases(const std::string& path, const char* key)
 {
-    return nlohmann::json::parse(ReadWholeFile(path).value_or("{}")).value(key, nlohmann::json());
+    const nlohmann::json cases = nlohmann::json::parse(ReadWholeFile(path).value_or("{}"));
+    if (!cases.contains(key))  // a misspelt key would otherwise run no cases at all
+        throw std::runtime_error(path + " has no cases named " + key);
+    return cases[key];
 }
