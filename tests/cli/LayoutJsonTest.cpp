@@ -40,17 +40,21 @@ TEST(LayoutJson, GoodLayoutsAreWrittenBackInFullAndBadOnesAreRefusedWithTheirPla
 }
 
 // A lone continuation byte, a cut three-byte sequence, an overlong form, a
-// surrogate, and good two- and four-byte characters between them.
+// surrogate, and after them good characters, among them the first and last of
+// each length and those just inside the surrogates and the end of Unicode.
 TEST(LayoutJson, InvalidUtf8IsWrittenAsOneReplacementCharacterPerByte)
 {
     OSCProject project;
     OSCControl& control = AddControl(*project.pages[0], 0, 0, 1, 1);
-    CopyTextField(control.command, "a\x80z\xE2\x82q\xC0\xAF\xED\xA0\x80\xC3\xA9\xF0\x9F\x8E\x9A");
+    const std::string good =
+        "\xC3\xA9\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEF\xBF\xBF"
+        "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF";
+    CopyTextField(control.command, "a\x80z\xE2\x82q\xC0\xAF\xED\xA0\x80" + good);
     CopyTextField(project.pages[0]->name, "\xFF");
     const json page = json::parse(WriteLayoutJson(project))["pages"][0];
     const std::string r = "\xEF\xBF\xBD";
     EXPECT_EQ(page["controls"][0]["command"],
-              "a" + r + "z" + r + r + "q" + r + r + r + r + r + "\xC3\xA9\xF0\x9F\x8E\x9A");
+              "a" + r + "z" + r + r + "q" + r + r + r + r + r + good);
     EXPECT_EQ(page["name"], r);
 }
 
