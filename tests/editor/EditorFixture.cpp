@@ -173,8 +173,10 @@ void EditorTest::Do(const std::string& step)
         Mouse(QEvent::MouseButtonPress, at, has("Right") ? Qt::RightButton : Qt::LeftButton, keys);
     if (verb == "double")  // the press that comes first changes nothing here
         Mouse(QEvent::MouseButtonDblClick, at, Qt::LeftButton, {});
+    if (verb == "drag")  // moves on to where it is released
+        at = to;
     if (verb == "move" || verb == "drag")
-        Mouse(QEvent::MouseMove, verb == "drag" ? at = to : at, Qt::NoButton, {});
+        Mouse(QEvent::MouseMove, at, Qt::NoButton, {});
     if (verb == "release" || verb == "drag" || verb == "double")
         Mouse(QEvent::MouseButtonRelease, at, Qt::LeftButton, keys);
     if (verb == "command") {

@@ -65,7 +65,8 @@ const std::map<std::string, std::function<json(const json&)>> kFunctions = {
      }},
     {"ResizeStep",  // a control at (10, 10), 40 by 40
      [](const json& c) {
-         OSCControl& control = *Page({10, 10, 50, 50}).controls[0];
+         OSCPage page = Page({10, 10, 50, 50});
+         OSCControl& control = *page.controls[0];
          const bool changed = ResizeStep(control, Named(c["edge"], kEdges), c["by"]);
          return json({Json(control.Rect()), changed});
      }},
