@@ -314,7 +314,8 @@ void EditorTest::Expect(const json& wanted)
         if (editor->pageList.item(row)->isSelected())
             seen["row"].push_back(row);
     }
-    if (wanted.contains("enabled") || wanted.contains("checked")) {  // the rules change the menu
+    // Reading the rules sets the menu's items, so they are read only when asked.
+    if (wanted.contains("enabled") || wanted.contains("checked")) {
         seen["checked"] = Item(editor, ID_OSCTESTMODE)->isChecked();
         for (const json& item : kMenuItems) {
             if (Item(editor, kNames[item.get<std::string>()])->isEnabled())
