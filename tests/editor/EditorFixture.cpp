@@ -187,9 +187,9 @@ void EditorTest::Do(const std::string& step)
         answer_ = Request(kNames[name], path.empty() ? nullptr : path.c_str());
     } else if (verb == "message") {
         answer_ = toolkit::SendMessage(HandleOf(editor), kNames[rest], 0, 0);
-    } else if (verb == "key") {
+    } else if (verb == "key") {  // pressed and held: a key acts on its press
         const QKeyCombination key = QKeySequence(QString::fromStdString(rest))[0];
-        QTest::keyClick(QApplication::focusWidget(), key.key(), key.keyboardModifiers());
+        QTest::keyPress(QApplication::focusWidget(), key.key(), key.keyboardModifiers());
     } else if (step == "editor click") {
         QTest::mouseClick(editor, Qt::LeftButton, {}, beside);
     } else if (step == "editor double") {
@@ -263,7 +263,9 @@ void EditorTest::Expect(const json& wanted)
 {
     const OSCProject& project = editor->project;
     const TVornOSCView& view = editor->view;
-    const QRect place = view.geometry();
+    const auto Place = [](const QWidget* w) {
+        return json{w->x(), w->y(), w->width(), w->height()};
+    };
     const auto cursor = view.cursor().shape();
     char folderPart[256] = "x", namePart[256] = "x";  // the parts the host asks for
     Request(kRequestSplitPath, folderPart, namePart);
@@ -273,11 +275,12 @@ void EditorTest::Expect(const json& wanted)
                  {"title", hostWindow.frame->title},
                  {"current", project.currentPage},
                  {"screen", {project.device, project.orientation}},
-                 {"view", {place.x(), place.y(), place.width(), place.height()}},
+                 {"view", Place(&view)},
                  {"scroll", {view.scrollX, view.scrollY, view.scrollXMax, view.scrollYMax}},
                  {"bars",
                   {view.HorizontalBar()->value(), view.VerticalBar()->value(),
                    view.HorizontalBar()->isEnabled(), view.VerticalBar()->isEnabled()}},
+                 {"barPlaces", {Place(view.HorizontalBar()), Place(view.VerticalBar())}},
                  {"memory", Search + '/' + Replace + ' ' + std::to_string(inName) +
                                 std::to_string(inCommand)},
                  {"testMode", view.testMode},
@@ -331,13 +334,17 @@ void EditorTest::Expect(const json& wanted)
     if (view.activeControl != nullptr)
         seen["state"].push_back("operating " + std::string(view.activeControl->name));
     for (const auto& [key, value] : wanted.items()) {
-        if (key != "pixels") {
+        if (key != "pixels" && key != "editorPixels") {
             EXPECT_EQ(seen.value(key, json::array()), value) << key;
         }
     }
+    // [x, y, colour, why] in the canvas, or in the whole editor around it
     const QImage image = wanted.contains("pixels") ? Paint() : QImage();
-    for (const json& pixel : wanted.value("pixels", json::array()))  // [x, y, colour, why]
+    for (const json& pixel : wanted.value("pixels", json::array()))
         EXPECT_EQ(ColourAt(image, pixel[0], pixel[1]), pixel[2]) << pixel;
+    const QImage whole = wanted.contains("editorPixels") ? editor->grab().toImage() : QImage();
+    for (const json& pixel : wanted.value("editorPixels", json::array()))
+        EXPECT_EQ(ColourAt(whole, pixel[0], pixel[1]), pixel[2]) << pixel;
 }
 
 QImage EditorTest::Paint()
