@@ -29,7 +29,7 @@ using namespace Qt::StringLiterals;
 
 json EditorCases(const char* key)
 {
-    return CasesOf(DATA_DIR "/editor.json", key);
+    return Cases(DATA_DIR "/editor.json", key);
 }
 
 namespace {

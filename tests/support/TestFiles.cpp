@@ -91,7 +91,7 @@ std::string Captured(const std::function<void(std::FILE*)>& write)
 nlohmann::json Cases(const std::string& path, const char* key)
 {
     const nlohmann::json cases = nlohmann::json::parse(ReadWholeFile(path).value_or("{}"));
-    if (!cases.contains(key))  // a misspelt key would otherwise run no cases at all
+    if (cases.value(key, nlohmann::json()).empty())  // a misspelt key would run no cases at all
         throw std::runtime_error(path + " has no cases named " + key);
     return cases[key];
 }

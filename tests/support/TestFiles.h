@@ -35,5 +35,5 @@ std::string ShellQuoted(const std::string& text);
 std::string Captured(const std::function<void(std::FILE*)>& write);
 
 // The cases of one rule, from a JSON file beside the test: the array stored
-// under key in the file at path.
+// under key in the file at path, which must hold some.
 nlohmann::json Cases(const std::string& path, const char* key);

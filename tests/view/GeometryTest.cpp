@@ -79,7 +79,7 @@ const std::map<std::string, std::function<json(const json&)>> kFunctions = {
      }},
 };
 
-const json kRules = CasesOf(DATA_DIR "/canvas.json", "geometry");
+const json kRules = Cases(DATA_DIR "/canvas.json", "geometry");
 
 class Geometry : public ::testing::TestWithParam<std::size_t> {};
 

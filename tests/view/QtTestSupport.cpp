@@ -2,14 +2,6 @@
 
 #include "document/TextField.h"
 
-json CasesOf(const char* path, const char* key)
-{
-    json cases = Cases(path, key);
-    if (cases.empty())
-        throw std::runtime_error(std::string("no cases of ") + key + " in " + path);
-    return cases;
-}
-
 json Json(const CRect& r)
 {
     return {r.left, r.top, r.right, r.bottom};

@@ -12,8 +12,6 @@
 
 using nlohmann::json;
 
-// The cases stored under key in the JSON file at path; none at all fails the test.
-json CasesOf(const char* path, const char* key);
 json Json(const CRect& r);
 CRect RectOf(const json& ltrb);
 // A control as the cases write it: {"at": [x, y, w, h]} and, where they are

@@ -12,7 +12,7 @@ namespace {
 
 TEST(RenderCommand, PaintsAPageAtTheDevicesSizeAsTheCanvasShowsItOrFailsInOneLineLeavingNoPicture)
 {
-    for (const json& c : CasesOf(DATA_DIR "/canvas.json", "renders")) {
+    for (const json& c : Cases(DATA_DIR "/canvas.json", "renders")) {
         const QTemporaryDir folder;
         QStringList args{QStringLiteral("render")};
         for (const json& arg : c["args"]) {
