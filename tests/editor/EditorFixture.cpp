@@ -351,6 +351,7 @@ QImage EditorTest::Paint()
 {
     const CRect client = editor->view.ClientRect();
     QImage image(client.Width(), client.Height(), QImage::Format_RGB32);
+    image.fill(Qt::magenta);  // what the canvas leaves unpainted must not pass for black
     editor->view.render(&image, QPoint(), QRegion(0, 0, client.Width(), client.Height()));
     return image;
 }
