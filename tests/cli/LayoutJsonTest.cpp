@@ -1,6 +1,7 @@
 #include "TestControls.h"
 #include "TestFiles.h"
 #include "app/LayoutJson.h"
+#include "document/TextField.h"
 
 #include <gtest/gtest.h>
 
@@ -45,7 +46,7 @@ TEST(LayoutJson, GoodLayoutsAreWrittenBackInFullAndBadOnesAreRefusedWithTheirPla
 TEST(LayoutJson, InvalidUtf8IsWrittenAsOneReplacementCharacterPerByte)
 {
     OSCProject project;
-    OSCControl& control = AddControl(*project.pages[0], 0, 0, 1, 1);
+    OSCControl& control = AddControl(*project.pages[0], {{"at", {0, 0, 1, 1}}});
     const std::string good =
         "\xC3\xA9\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEF\xBF\xBF"
         "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF";

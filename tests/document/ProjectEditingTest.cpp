@@ -5,7 +5,6 @@
 #include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
-#include "document/TextField.h"
 
 #include <gtest/gtest.h>
 
@@ -17,28 +16,6 @@
 namespace {
 
 using nlohmann::json;
-
-// A control as the cases write it: name, left, top, width, height, then type,
-// selection, colour and address, which may be left out when 0, false, 0 and "".
-json Described(const OSCControl& c)
-{
-    return {c.name, c.x, c.y, c.width, c.height, c.type, c.selected != 0, c.color, c.command};
-}
-json Completed(json row)
-{
-    const json defaults = {0, false, 0, ""};
-    for (std::size_t i = row.size(); i < 9; ++i)
-        row.push_back(defaults[i - 5]);
-    return row;
-}
-void Put(OSCPage& page, const json& row)
-{
-    const json c = Completed(row);
-    OSCControl& control =
-        AddControl(page, c[1], c[2], c[3], c[4], c[5], c[6], c[0].get<std::string>().c_str());
-    control.color = c[7];
-    CopyTextField(control.command, c[8].get<std::string>());
-}
 
 std::string Names(const ControlList& controls)
 {
@@ -72,7 +49,7 @@ const std::map<std::string, Operation> kOperations{
     {"ResizeW", [](OSCProject& p, const json& s) { p.ResizeW(s[1], &host); }},
     {"ResizeH", [](OSCProject& p, const json& s) { p.ResizeH(s[1], &host); }},
     {"SelectRange", [](OSCProject& p, const json& s) { p.SelectRange(s[1], s[2], s[3], s[4]); }},
-    {"Add", [](OSCProject& p, const json& s) { Put(*p.CurrentPage(), s[1]); }},
+    {"Add", [](OSCProject& p, const json& s) { AddControl(*p.CurrentPage(), s[1]); }},
     {"AddPage", [](OSCProject& p, const json&) { p.AddPage(); }},
     {"SetPageName",
      [](OSCProject& p, const json& s) { p.SetPageName(s[1].get<std::string>().c_str()); }},
@@ -112,7 +89,7 @@ TEST(Editing, EachEditLeavesTheProjectAndTheClipboardAsTheCaseSays)
         project.orientation = c.value("orientation", std::uint8_t{kVertical});
         host.sizeLimitMode = c.value("sizeLimitMode", 0);
         for (const json& row : c.value("page", json::array()))
-            Put(*project.CurrentPage(), row);
+            AddControl(*project.CurrentPage(), row);
         for (const int answer : c.value("answers", json::array()))
             Toolkit().answers.push_back(answer);
         for (const json& step : c["do"])
@@ -122,16 +99,15 @@ TEST(Editing, EachEditLeavesTheProjectAndTheClipboardAsTheCaseSays)
             EXPECT_EQ(json({project.GetScreenW(), project.GetScreenH()}), c["screen"]);
         }
         if (c.contains("after")) {
-            json after = json::array(), expected = json::array();
+            json after = json::array();
+            const json& expected = c["after"];
             for (const auto& control : project.CurrentPage()->controls)
-                after.push_back(Described(*control));
-            for (const json& row : c["after"])
-                expected.push_back(Completed(row));
+                after.push_back(Describe(*control));
             EXPECT_EQ(after, expected);
             EXPECT_EQ(project.GetNumControls(), static_cast<int>(expected.size()));
             EXPECT_EQ(project.GetNumSelected(),
                       std::count_if(expected.begin(), expected.end(),
-                                    [](const json& row) { return row[6]; }));
+                                    [](const json& row) { return row.value("selected", false); }));
         }
         for (const json& point : c.value("hits", json::array())) {
             const OSCControl* hit = project.GetAt(point[0], point[1]);

@@ -16,7 +16,7 @@ namespace {
 TEST(ExportFields, TheTypeAttributeIsWrittenThroughTouchOSCTypeStr)
 {
     OSCProject project;
-    AddControl(*project.pages[0], 0, 0, 10, 10, kToggle);
+    AddControl(*project.pages[0], {{"at", {0, 0, 10, 10}}, {"type", "toggle"}});
     char kind[] = "kind=\"%s\" ";  // as long as the format it stands in for
     std::swap_ranges(std::begin(kind), std::end(kind), TouchOSCTypeStr);
     const std::string xml = Captured([&](std::FILE* out) { WriteTouchOSCXml(out, project); });
@@ -31,7 +31,7 @@ TEST(ExportFields, TheTypeAttributeIsWrittenThroughTouchOSCTypeStr)
 TEST(ExportFields, FieldsWithoutTerminatorAreNotReadPastTheirEnd)
 {
     OSCProject project;
-    OSCControl& control = AddControl(*project.pages[0], 0, 0, 10, 10, kLabel);
+    OSCControl& control = AddControl(*project.pages[0], {{"at", {0, 0, 10, 10}}});
     std::memset(control.name, 'n', sizeof control.name);
     std::memset(control.command, 'c', sizeof control.command);
     std::memset(project.pages[0]->name, 'p', sizeof project.pages[0]->name);
