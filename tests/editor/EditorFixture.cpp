@@ -194,6 +194,8 @@ void EditorTest::Do(const std::string& step)
         QTest::mouseClick(editor, Qt::LeftButton, {}, beside);
     } else if (step == "editor double") {
         QTest::mouseDClick(editor, Qt::LeftButton, {}, beside);
+    } else if (verb == "editor") {
+        editor->resize(at.x(), at.y());
     } else if (verb == "list") {
         const QListWidget& list = editor->pageList;
         QTest::mouseClick(list.viewport(), Qt::LeftButton, keys,

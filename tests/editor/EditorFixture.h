@@ -32,7 +32,8 @@ protected:
     // of an iPad page; TEMP is emptied.
     void Lay(const json& layout);
     // An action: "command NAME", "request NAME [PATH]", "message NAME",
-    // "key KEYS", "editor click", "editor double", "list ROW [Ctrl]" (a click),
+    // "key KEYS", "editor click", "editor double", "editor W H" (its size),
+    // "list ROW [Ctrl]" (a click),
     // "write PATH" (a layout file), "open PATH" (another editor),
     // "right KEYS" (then KEYS into the menus that open), "answer Yes|No" for
     // the next message box, "dialog SCRIPT" (see Playing) and "choose PATH"

@@ -1,6 +1,6 @@
 // The editor in its frame: the rules of data/editor.json, each a test of its
-// own, played by a user and a host; where the editor puts its frame and its
-// canvas, and how it paints its frame.
+// own, played by a user and a host; and where the editor puts its frame and
+// its canvas.
 #include "EditorFixture.h"
 #include "editor/EditorGeometry.h"
 
@@ -33,17 +33,6 @@ TEST(Placement, AFrameWithoutASizeTakesTheRightHalfAndTheCanvasIsCentredBesideTh
         const json& screen = c["screen"];
         EXPECT_EQ(Json(ViewPlacement(client[0], client[1], screen[0], screen[1])), c["view"]) << c;
     }
-}
-
-TEST_F(EditorTest, TheFrameIsGreyWithADarkRingAroundTheCanvasAndABlackLineBesideTheList)
-{
-    editor->resize(1400, 1000);
-    const QImage image = editor->grab().toImage();
-    const QRect view = editor->view.geometry();
-    EXPECT_EQ(ColourAt(image, 199, view.bottom()), "#000000");
-    EXPECT_EQ(ColourAt(image, view.left() - 1, view.top() + 5), "#0c0c0c");
-    EXPECT_EQ(ColourAt(image, view.right() + 1, view.bottom() + 1), "#0c0c0c");
-    EXPECT_EQ(ColourAt(image, 198, editor->height() - 2), "#808080");
 }
 
 }  // namespace

@@ -12,5 +12,7 @@ CRect RectOf(const json& ltrb)
 
 std::string ColourAt(const QImage& image, int x, int y)
 {
+    if (!image.valid(x, y))
+        return "outside";
     return image.pixelColor(x, y).name().toStdString();
 }

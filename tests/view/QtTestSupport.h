@@ -14,5 +14,5 @@ using nlohmann::json;
 
 json Json(const CRect& r);
 CRect RectOf(const json& ltrb);
-// A pixel as "#rrggbb".
+// A pixel as "#rrggbb", or "outside" the image.
 std::string ColourAt(const QImage& image, int x, int y);
