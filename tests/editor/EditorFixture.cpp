@@ -379,14 +379,13 @@ DialogRunner EditorTest::Choosing(const std::string& path)
 {
     return [this, path](QDialog& dialog) {
         auto& files = dynamic_cast<QFileDialog&>(dialog);
-        const QStringList selected = files.selectedFiles();
-        shown_.push_back(Relative(QStringList{
-            files.windowTitle(), files.directory().absolutePath(),
-            selected.isEmpty() ? QString() : QFileInfo(selected[0]).fileName(),
-            files.nameFilters().join(QLatin1Char(';')), files.defaultSuffix(),
-            files.testOption(QFileDialog::DontConfirmOverwrite) ? QStringLiteral("overwrites")
-                                                                : QStringLiteral("confirms")}
-                                      .join(QLatin1Char('|'))
+        const QStringList selected = files.selectedFiles() << QString();
+        const bool overwrites = files.testOption(QFileDialog::DontConfirmOverwrite);
+        shown_.push_back(Relative(QStringList{files.windowTitle(), files.directory().absolutePath(),
+                                              QFileInfo(selected[0]).fileName(),
+                                              files.nameFilters().join(u';'), files.defaultSuffix(),
+                                              overwrites ? u"overwrites"_s : u"confirms"_s}
+                                      .join(u'|')
                                       .toStdString()));
         if (path.empty())
             return int{QDialog::Rejected};
@@ -404,10 +403,10 @@ json EditorTest::Files() const
     for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
         const std::string bytes =
             entry.is_directory() ? "" : ReadWholeFile(entry.path()).value_or("");
-        files[fs::relative(entry.path(), folder.path()).string()] = entry.is_directory() ? "folder"
-                                                                    : bytes == layout
-                                                                        ? "this layout"
-                                                                        : bytes.substr(0, 2);
+        json& seen = files[fs::relative(entry.path(), folder.path()).string()];
+        seen = entry.is_directory() ? "folder"
+               : bytes == layout    ? "this layout"
+                                    : bytes.substr(0, 2);
     }
     return files;
 }
