@@ -1,8 +1,8 @@
 #pragma once
 
+#include "OscReceiver.h"
 #include "app/desktop/EditorFrame.h"
 #include "app/desktop/MainWindow.h"
-#include "tests/osc/OscReceiver.h"
 #include "tests/support/TempFolder.h"
 #include "tests/support/TestFiles.h"
 

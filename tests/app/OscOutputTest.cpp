@@ -1,13 +1,12 @@
 // Where test mode sends, as HOST:PORT text, in the settings and in its dialog; the sender against
 // a real receiver on a loopback port; and the list of what was sent.
+#include "OscReceiver.h"
 #include "app/osc/OscMonitor.h"
 #include "app/osc/OscSender.h"
 #include "app/osc/OscSettings.h"
 #include "app/osc/OscSettingsDialog.h"
-#include "tests/osc/OscReceiver.h"
 #include "tests/support/TestFiles.h"
 
-#include <QApplication>
 #include <QDialogButtonBox>
 #include <QPushButton>
 #include <QSettings>
@@ -122,11 +121,3 @@ TEST(OscMonitor, ShowsTheLast200RowsNewestFirstAndErrorsInRedInRowsNobodyEditsUn
 }
 
 }  // namespace
-
-int main(int argc, char** argv)
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
-}
