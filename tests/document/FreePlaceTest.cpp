@@ -1,6 +1,7 @@
 #include "document/FreePlace.h"
 
 #include "LiteralFreePlace.h"
+#include "TestControls.h"
 #include "TestFiles.h"
 
 #include <gtest/gtest.h>
@@ -72,7 +73,7 @@ TEST(FreePlace, TheFirstCornerFromRowFortyWhereTheGroupSharesNoPointIsChosen)
         SCOPED_TRACE(c["what"].get<std::string>());
         std::vector<CRect> occupied;
         for (const auto& r : c["occupied"])
-            occupied.push_back({r[0], r[1], r[2], r[3]});
+            occupied.push_back(RectOf(r));
         std::optional<CPoint> expected;
         if (!c["place"].is_null())
             expected = CPoint{c["place"][0], c["place"][1]};
@@ -102,7 +103,7 @@ TEST(FreePlace, AgreesWithTheLiteralScanOnRandomPages)
         const int w = GroupSide(screenW), h = GroupSide(screenH);
         nlohmann::json page = nlohmann::json::array();
         for (const CRect& r : rects)
-            page.push_back({r.left, r.top, r.right, r.bottom});
+            page.push_back(Json(r));
         ASSERT_EQ(FindFreePlace(rects, w, h, screenW, screenH),
                   LiteralFreePlace(rects, w, h, screenW, screenH, CornerTest::kLastBlockerFirst))
             << "group " << w << "x" << h << " on " << screenW << "x" << screenH << ": " << page;

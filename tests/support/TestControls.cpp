@@ -46,3 +46,13 @@ json Describe(const OSCControl& c)
     note("selected", c.selected != 0, false);
     return d;
 }
+
+json Json(const CRect& r)
+{
+    return {r.left, r.top, r.right, r.bottom};
+}
+
+CRect RectOf(const json& ltrb)
+{
+    return {ltrb[0], ltrb[1], ltrb[2], ltrb[3]};
+}

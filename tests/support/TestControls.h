@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/OSCPage.h"
+#include "host/CRect.h"
 
 #include <nlohmann/json.hpp>
 
@@ -10,3 +11,7 @@
 // the page; Describe writes a control back in that form.
 OSCControl& AddControl(OSCPage& page, const nlohmann::json& control);
 nlohmann::json Describe(const OSCControl& control);
+
+// A rectangle as [left, top, right, bottom].
+nlohmann::json Json(const CRect& r);
+CRect RectOf(const nlohmann::json& ltrb);

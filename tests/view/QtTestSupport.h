@@ -1,6 +1,5 @@
 #pragma once
 
-#include "host/CRect.h"
 #include "tests/support/TestControls.h"
 #include "tests/support/TestFiles.h"
 
@@ -12,7 +11,5 @@
 
 using nlohmann::json;
 
-json Json(const CRect& r);
-CRect RectOf(const json& ltrb);
 // A pixel as "#rrggbb", or "outside" the image.
 std::string ColourAt(const QImage& image, int x, int y);
