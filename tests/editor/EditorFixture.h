@@ -33,14 +33,13 @@ protected:
     void Lay(const json& layout);
     // An action: "command NAME", "request NAME [PATH]", "message NAME",
     // "key KEYS", "editor click", "editor double", "editor W H" (its size),
-    // "list ROW [Ctrl]" (a click),
-    // "write PATH" (a layout file), "open PATH" (another editor),
-    // "right KEYS" (then KEYS into the menus that open), "answer Yes|No" for
-    // the next message box, "dialog SCRIPT" (see Playing) and "choose PATH"
-    // (see Choosing) for the next dialogs. On the canvas, in its pixels:
-    // "press X Y [Shift|Ctrl|Right]", "release X Y [keys]", "move X Y",
-    // "drag X Y X2 Y2 [keys]", "double X Y", "size W H" for its client area,
-    // "thumb X Y" and "bar h|v line+|line-|page+|page-" for its scroll bars.
+    // "list ROW [Ctrl]" (a click), "write PATH" (a layout file), "open PATH"
+    // (another editor), "right KEYS" (then KEYS into the menus that open),
+    // "answer Yes|No" for the next message box, "dialog SCRIPT" (see Playing)
+    // and "choose PATH" (see Choosing) for the next dialogs. On the canvas, in
+    // its pixels: "press X Y [Shift|Ctrl|Right]", "release X Y [keys]", "move
+    // X Y", "drag X Y X2 Y2 [keys]", "double X Y", "size W H" for its client
+    // area, "thumb X Y" and "bar h|v line+|line-|page+|page-" for its scroll bars.
     void Do(const std::string& step);
     // Checks what the editor shows against wanted, key by key (see Expect).
     void Expect(const json& wanted);
