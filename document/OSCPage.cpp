@@ -149,10 +149,10 @@ OSCControl* OSCPage::GetAt(int px, int py) const
     return nullptr;
 }
 
-void OSCPage::MoveSelected(int dx, int dy, int screenW, int screenH)
+bool OSCPage::MoveSelected(int dx, int dy, int screenW, int screenH)
 {
     // Only the top-left corner must stay on the screen while dragging.
-    MoveSelectedUnless(dx, dy, [&](const OSCControl& c) {
+    return MoveSelectedUnless(dx, dy, [&](const OSCControl& c) {
         const int nx = c.x + dx;
         const int ny = c.y + dy;
         return nx < 0 || nx >= screenW - 1 || ny < 0 || ny >= screenH - 1;
@@ -180,18 +180,21 @@ void OSCPage::ShiftRight(int n, int screenW)
     MoveSelectedUnless(n, 0, [&](const OSCControl& c) { return c.x + c.width + n > screenW; });
 }
 
-void OSCPage::MoveSelectedUnless(int dx, int dy,
+bool OSCPage::MoveSelectedUnless(int dx, int dy,
                                  const std::function<bool(const OSCControl&)>& wouldLeave)
 {
     for (const auto& control : controls)
         if (control->selected && wouldLeave(*control))
-            return;
+            return false;
+    bool moved = false;
     for (auto& control : controls) {
         if (control->selected) {
             control->x = static_cast<std::int16_t>(control->x + dx);
             control->y = static_cast<std::int16_t>(control->y + dy);
+            moved = moved || dx != 0 || dy != 0;
         }
     }
+    return moved;
 }
 
 void OSCPage::ResizeW(int delta, int screenW, VornBasics* host)

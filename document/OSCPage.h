@@ -30,7 +30,8 @@ public:
     void SelectRange(int l, int t, int r, int b);
     OSCControl* GetAt(int px, int py) const;
 
-    void MoveSelected(int dx, int dy, int screenW, int screenH);
+    // True when the selection moved: a move that would leave the screen moves nothing.
+    bool MoveSelected(int dx, int dy, int screenW, int screenH);
     void ShiftUp(int n);
     void ShiftDown(int n, int screenH);
     void ShiftLeft(int n);
@@ -57,8 +58,9 @@ public:
     void ExportLemurControls(std::FILE* out);
 
 private:
-    // Moves every selected control by (dx, dy), or none if one would leave.
-    void MoveSelectedUnless(int dx, int dy,
+    // Moves every selected control by (dx, dy), or none if one would leave;
+    // true when a control moved.
+    bool MoveSelectedUnless(int dx, int dy,
                             const std::function<bool(const OSCControl&)>& wouldLeave);
 
     enum Dimension { kWidth, kHeight };

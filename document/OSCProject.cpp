@@ -74,9 +74,9 @@ OSCControl* OSCProject::GetAt(int x, int y) const
     return CurrentPage()->GetAt(x, y);
 }
 
-void OSCProject::MoveSelected(int dx, int dy)
+bool OSCProject::MoveSelected(int dx, int dy)
 {
-    CurrentPage()->MoveSelected(dx, dy, GetScreenW(), GetScreenH());
+    return CurrentPage()->MoveSelected(dx, dy, GetScreenW(), GetScreenH());
 }
 
 void OSCProject::ShiftUp(int n)

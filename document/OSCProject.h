@@ -29,7 +29,7 @@ public:
     void GetSelectedControls(std::vector<OSCControl*>& out) const;
     void SelectRange(int l, int t, int r, int b);
     OSCControl* GetAt(int x, int y) const;
-    void MoveSelected(int dx, int dy);
+    bool MoveSelected(int dx, int dy);
     void ShiftUp(int n);
     void ShiftDown(int n);
     void ShiftLeft(int n);

@@ -313,6 +313,11 @@ void TVornOSCEditor::OnOsceditorPageproperties()
     if (outcome.renamed)
         UpdateListbox();
     modified = 1;
+    FitViewToScreen();
+}
+
+void TVornOSCEditor::FitViewToScreen()
+{
     // The screen may have changed: the canvas starts again at its origin.
     view.scrollX = view.scrollXMax = view.scrollY = view.scrollYMax = 0;
     view.setGeometry(200, 0, project.GetScreenW(), project.GetScreenH());

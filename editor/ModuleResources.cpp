@@ -27,8 +27,10 @@ QString NibFile(ResourceHandle nib, const QString& name)
 }
 
 // Items are objects with a command "id", a "text", optionally a standard
-// "shortcut" (a QKeySequence::StandardKey name) and "checkable"; an object
-// with "items" is a submenu; an empty object is a separator.
+// "shortcut" (a QKeySequence::StandardKey name) or "keys" (key sequences as
+// written on keys, for an item whose standard keys would clash with another's),
+// and "checkable"; an object with "items" is a submenu; an empty object is a
+// separator.
 void AddItems(QMenu& menu, const QJsonArray& items)
 {
     const QMetaEnum standardKeys = QMetaEnum::fromType<QKeySequence::StandardKey>();
@@ -48,6 +50,11 @@ void AddItems(QMenu& menu, const QJsonArray& items)
             const int key = standardKeys.keyToValue(shortcut.constData(), &known);
             if (known)
                 action->setShortcuts(static_cast<QKeySequence::StandardKey>(key));
+            QList<QKeySequence> keys;
+            for (const QJsonValue& sequence : item.value(QLatin1String("keys")).toArray())
+                keys.append(QKeySequence(sequence.toString(), QKeySequence::PortableText));
+            if (!keys.isEmpty())
+                action->setShortcuts(keys);
         }
     }
 }

@@ -69,8 +69,8 @@ ControlPropertiesOutcome EditControlProperties(OSCProject& project, const Dialog
     if (run(dialog) != QDialog::Accepted)
         return ControlPropertiesOutcome::kUnchanged;
 
-    // No checks beyond the field sizes: off-screen places, negative sizes and
-    // a minimum above the maximum are the user's to keep.
+    // The dialog took only numbers the fields hold; off-screen places and a
+    // minimum above the maximum are the user's to keep.
     StoreText(control.name, dialog.nameText);
     StoreText(control.command, dialog.commandText);
     control.x = ShortOf(dialog.xText);

@@ -297,6 +297,13 @@ std::intptr_t TVornOSCEditor::OnHostRequest(std::intptr_t* words)
             return modified;
         case kRequestWriteCopy:
             return WriteCopy(reinterpret_cast<const char*>(words[kRequestCopyPathWord])) ? 1 : 0;
+        case kRequestDevice:
+            return project.device;
+        case kRequestSetDevice:
+            // The host restores what the layout file cannot keep: no change of the user's.
+            project.device = words[kRequestDeviceWord] != 0 ? 1 : 0;
+            FitViewToScreen();
+            return 0;
         case kRequestSave:
             // Saves even a layout never saved, under the name New.
             if (layoutPath[0] != '\0')

@@ -120,6 +120,8 @@ private:
     std::intptr_t OnHostRequest(std::intptr_t* words);
     // Writes the layout to path as it stands, for a host's recovery copy.
     bool WriteCopy(const char* path);
+    // Places and repaints the canvas for the project's screen, from its origin.
+    void FitViewToScreen();
     void SetColorOfSelection(int color);
     void MarkChangedAndRepaint();
     // A save dialog set up as the file commands want; true with the chosen

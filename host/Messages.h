@@ -14,6 +14,10 @@ constexpr unsigned WM_OSC_TESTVALUE = 0x8127;
 constexpr unsigned WM_OSC_PROPERTIES = 0x83E7;
 constexpr unsigned WM_OSC_CONTEXTMENU = 0x83E8;
 constexpr unsigned WM_OSC_CLOSEFRAME = 204;
+// Ours: a control operated in test mode, sent to the host's window with an
+// OperatedControl record as long parameter, so that the host can send the
+// control's whole address. It comes beside WM_OSC_TESTVALUE, which stays as it is.
+constexpr unsigned WM_OSC_OPERATED = 0x8128;
 
 // Toolkit messages a host frame sends its editor: a menu command (the command
 // id as word parameter), and a menu about to open (the QMenu* as word
@@ -37,11 +41,18 @@ enum HostRequestCode : std::intptr_t {
     // (answers 1 when written).
     kRequestWriteCopy = 67,   // 'C'
     kRequestIsModified = 77,  // 'M'
+    // Ours, for a host that remembers each layout's target device, which the
+    // layout file does not keep: the device (answers 0 or 1), and a device
+    // set from word 1 without marking the layout changed.
+    kRequestDevice = 68,      // 'D'
+    kRequestSetDevice = 100,  // 'd'
 };
 
 // Words of the editor-open request: the menu and the accelerator table.
 constexpr int kRequestMenuWord = 8;
 constexpr int kRequestAcceleratorsWord = 9;
+// Word of the set-device request: the device, 0 or 1.
+constexpr int kRequestDeviceWord = 1;
 // Word of the copy request: the path to write to.
 constexpr int kRequestCopyPathWord = 8;
 // Words of the path request: the folder and name buffers, 256 bytes each.
@@ -69,3 +80,18 @@ constexpr int kStatusTextWord = 8;
 // its long parameter, a heap-allocated AddressComponents that the receiver owns
 // and deletes.
 using AddressComponents = std::vector<std::string>;
+
+// What WM_OSC_OPERATED tells of the operated control; it lives only for the
+// duration of the send.
+struct OperatedControl {
+    // A press, a move with the button held, a release on the control, and a
+    // release away from it, which does not reach the control's own value rule.
+    enum Phase : int { kPressed = 0, kDragged = 1, kReleased = 2, kReleasedAway = 3 };
+    const char* name;     // NUL-terminated
+    const char* command;  // the whole address, NUL-terminated
+    int type;             // a ControlType
+    std::int32_t minValue;
+    std::int32_t maxValue;
+    std::int32_t value;  // after the control's value rule ran for this phase
+    Phase phase;
+};

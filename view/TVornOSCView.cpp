@@ -4,10 +4,12 @@
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QScrollBar>
 #include <QStyle>
+#include <QWheelEvent>
 
 namespace {
 
@@ -211,4 +213,21 @@ void TVornOSCView::mouseDoubleClickEvent(QMouseEvent* event)
 void TVornOSCView::mouseMoveEvent(QMouseEvent* event)
 {
     OnMouseMove(MouseFlags(event), PointOf(event));
+}
+
+void TVornOSCView::wheelEvent(QWheelEvent* event)
+{
+    const QPoint turn = event->angleDelta();
+    const bool across = turn.x() != 0 || event->modifiers().testFlag(Qt::ShiftModifier);
+    // With Shift held, some systems already report the turn as horizontal.
+    const int degrees = turn.x() != 0 ? turn.x() : turn.y();
+    wheelTurn_ += degrees;
+    const int notches = wheelTurn_ / QWheelEvent::DefaultDeltasPerStep;
+    wheelTurn_ -= notches * QWheelEvent::DefaultDeltasPerStep;
+    QScrollBar* bar = across ? horizontalBar_ : verticalBar_;
+    const auto step =
+        notches > 0 ? QAbstractSlider::SliderSingleStepSub : QAbstractSlider::SliderSingleStepAdd;
+    for (int line = 0; line < std::abs(notches) * QApplication::wheelScrollLines(); ++line)
+        bar->triggerAction(step);
+    event->accept();
 }

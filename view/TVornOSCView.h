@@ -3,6 +3,7 @@
 #include "TextImageCache.h"
 #include "host/CPoint.h"
 #include "host/CRect.h"
+#include "host/Messages.h"
 
 #include <QWidget>
 
@@ -87,6 +88,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    // The wheel steps a scroll bar by lines, as its arrows do; with Shift it
+    // scrolls across.
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     void OnScroll(int code, int pos, QScrollBar* bar, std::int16_t& position, std::int16_t max,
@@ -97,11 +101,14 @@ private:
     int GetSystemMetrics(int index) const;
     CPoint ToLayout(CPoint point) const;
     void SendStatusText(const char* text);
+    // Tells the host which control test mode operated, and how.
+    void SendOperated(const OSCControl& control, OperatedControl::Phase phase);
     void ResizeSelected(CPoint point);
     void SetCapture();
     void ReleaseCapture();
 
     QScrollBar* horizontalBar_;
     QScrollBar* verticalBar_;
+    int wheelTurn_ = 0;  // eighths of a degree turned short of a whole notch
     TextImageCache texts_;
 };

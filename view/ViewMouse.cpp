@@ -46,6 +46,7 @@ void TVornOSCView::OnLButtonDown(unsigned flags, CPoint point)
     if (c != nullptr && testMode) {
         activeControl = c;
         c->SetVal(host, point.x, point.y, kPointerDown);
+        SendOperated(*c, OperatedControl::kPressed);
         update();
         return;
     }
@@ -103,6 +104,7 @@ void TVornOSCView::OnMouseMove(unsigned, CPoint point)
     if (c != nullptr && testMode && c == activeControl) {
         if (mouseDown) {
             c->SetVal(host, point.x, point.y, kPointerMove);
+            SendOperated(*c, OperatedControl::kDragged);
             update();
         }
         return;
@@ -142,12 +144,16 @@ void TVornOSCView::OnLButtonUp(unsigned flags, CPoint point)
     OSCControl* c = project.GetAt(point.x, point.y);
     if (c != nullptr && testMode && c == activeControl) {
         c->SetVal(host, point.x, point.y, kPointerUp);
+        SendOperated(*c, OperatedControl::kReleased);
         ReleaseCapture();
         update();
         mouseDown = 0;
         activeControl = nullptr;
         return;
     }
+    // A press ends wherever the pointer is: the host must not think it held.
+    if (activeControl != nullptr)
+        SendOperated(*activeControl, OperatedControl::kReleasedAway);
     if (rubberBanding) {
         if (!(flags & kExtendFlag))
             project.UnselectAll();
@@ -155,8 +161,10 @@ void TVornOSCView::OnLButtonUp(unsigned flags, CPoint point)
         rubberBanding = 0;
     }
     if (movingSelection) {
-        // The page refuses a move that would leave the screen or hit a control.
-        project.MoveSelected(point.x - anchorPoint.x, point.y - anchorPoint.y);
+        // The page refuses a move that would leave the screen. A move that
+        // happened is a change the editor must know of, as a resize step is.
+        if (project.MoveSelected(point.x - anchorPoint.x, point.y - anchorPoint.y))
+            toolkit::SendMessage(HandleOf(parentWidget()), WM_OSC_SETTITLE, 0, 0);
         movingSelection = 0;
     }
     resizeEdge = kNoResize;
@@ -186,6 +194,16 @@ void TVornOSCView::SendStatusText(const char* text)
     record.words[0] = kStatusRecordKind;
     record.words[kStatusTextWord] = reinterpret_cast<std::intptr_t>(text);
     toolkit::SendMessage(host->hostWindow, WM_OSC_HOSTREQUEST, 0,
+                         reinterpret_cast<std::intptr_t>(&record));
+}
+
+void TVornOSCView::SendOperated(const OSCControl& control, OperatedControl::Phase phase)
+{
+    if (host == nullptr || host->hostWindow == nullptr)
+        return;
+    OperatedControl record{control.name,     control.command, control.type, control.minValue,
+                           control.maxValue, control.value,   phase};
+    toolkit::SendMessage(host->hostWindow, WM_OSC_OPERATED, 0,
                          reinterpret_cast<std::intptr_t>(&record));
 }
 

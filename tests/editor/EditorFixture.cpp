@@ -20,6 +20,7 @@
 #include <QPaintEvent>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QWheelEvent>
 #include <QTest>
 
 #include <sstream>
@@ -100,10 +101,12 @@ EditorTest::~EditorTest()
     Search = search_, Replace = replace_, inName = inName_, inCommand = inCommand_;
 }
 
-std::intptr_t EditorTest::Request(std::intptr_t code, const void* word8, const void* word9)
+std::intptr_t EditorTest::Request(std::intptr_t code, const void* word8, const void* word9,
+                                 std::intptr_t word1)
 {
     HostRequest request;
     request.words[0] = code;
+    request.words[1] = word1;
     request.words[8] = reinterpret_cast<std::intptr_t>(word8);
     request.words[9] = reinterpret_cast<std::intptr_t>(word9);
     return toolkit::SendMessage(HandleOf(editor), WM_OSC_HOSTREQUEST, 0,
@@ -184,7 +187,11 @@ void EditorTest::Do(const std::string& step)
     } else if (verb == "request") {
         std::string name, path;
         std::istringstream(rest) >> name >> path;
-        answer_ = Request(kNames[name], path.empty() ? nullptr : path.c_str());
+        // The device to set is a number; any other argument is a path.
+        if (name == "setdevice")
+            answer_ = Request(kNames[name], nullptr, nullptr, std::stoi(path));
+        else
+            answer_ = Request(kNames[name], path.empty() ? nullptr : path.c_str());
     } else if (verb == "message") {
         answer_ = toolkit::SendMessage(HandleOf(editor), kNames[rest], 0, 0);
     } else if (verb == "key") {  // pressed and held: a key acts on its press
@@ -223,6 +230,10 @@ void EditorTest::Do(const std::string& step)
         const auto action = std::find(kBarActions.begin(), kBarActions.end(), rest.substr(2));
         (rest[0] == 'h' ? view.HorizontalBar() : view.VerticalBar())
             ->triggerAction(QAbstractSlider::SliderAction(action - kBarActions.begin()));
+    } else if (verb == "wheel") {
+        QWheelEvent wheel(QPointF(200, 200), view.mapToGlobal(QPointF(200, 200)), {}, at,
+                          Qt::NoButton, keys, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&view, &wheel);
     } else if (verb == "thumb") {
         view.OnHScroll(kThumbTrack, at.x(), view.HorizontalBar());
         view.OnVScroll(kThumbTrack, at.y(), view.VerticalBar());

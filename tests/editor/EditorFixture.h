@@ -31,11 +31,13 @@ protected:
     // the host's answers "saveAnswer" and "titleAnswer"; the canvas shows all
     // of an iPad page; TEMP is emptied.
     void Lay(const json& layout);
-    // An action: "command NAME", "request NAME [PATH]", "message NAME",
+    // An action: "command NAME", "request NAME [PATH]" ("request setdevice
+    // N" with a device), "message NAME",
     // "key KEYS", "editor click", "editor double", "editor W H" (its size),
     // "list ROW [Ctrl]" (a click), "write PATH" (a layout file), "open PATH"
     // (another editor), "right KEYS" (then KEYS into the menus that open),
-    // "answer Yes|No" for the next message box, "dialog SCRIPT" (see Playing)
+    // "answer Yes|No" for the next message box, "wheel DX DY [Shift]" (a
+    // turn in eighths of a degree, over the canvas), "dialog SCRIPT" (see Playing)
     // and "choose PATH" (see Choosing) for the next dialogs. On the canvas, in
     // its pixels: "press X Y [Shift|Ctrl|Right]", "release X Y [keys]", "move
     // X Y", "drag X Y X2 Y2 [keys]", "double X Y", "size W H" for its client
@@ -61,7 +63,7 @@ private:
     // noting its title, folder, name, filters, suffix and whether it confirms.
     DialogRunner Choosing(const std::string& path);
     std::intptr_t Request(std::intptr_t code, const void* word8 = nullptr,
-                          const void* word9 = nullptr);
+                          const void* word9 = nullptr, std::intptr_t word1 = 0);
     void Mouse(QEvent::Type type, QPoint at, Qt::MouseButton button, Qt::KeyboardModifiers keys);
     void Reply();
     json Files() const;

@@ -23,6 +23,13 @@ bool TestWindow::event(QEvent* event)
         editor = qobject_cast<QWidget*>(ObjectOf(reinterpret_cast<WindowHandle>(m->lParam)));
     } else if (m->Message() == WM_OSC_SETTITLE) {
         title = reinterpret_cast<const char*>(m->lParam);
+    } else if (m->Message() == WM_OSC_OPERATED) {
+        const auto& c = *reinterpret_cast<const OperatedControl*>(m->lParam);
+        static const char* const kPhases[] = {"press", "drag", "release", "release away"};
+        received.push_back(std::string(c.name) + " at " + c.command + " (" +
+                           std::to_string(c.type) + ", " + std::to_string(c.minValue) + " to " +
+                           std::to_string(c.maxValue) + "): " + std::to_string(c.value) + " on " +
+                           kPhases[c.phase]);
     } else if (auto components = m->TakeComponents()) {
         received.push_back(*components);
         received.back().insert(received.back().begin(), m->wParam);
