@@ -3,9 +3,9 @@
 #include "document/ControlTables.h"
 
 #include <QComboBox>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QCoreApplication>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -28,8 +28,8 @@ struct TextRow {
 };
 
 const TextRow kTextRows[] = {
-    {&OSCParameterEditorDlg::nameText, QT_TRANSLATE_NOOP("OSCParameterEditorDlg", "&Name:"),
-     "name", false, 0, 0},
+    {&OSCParameterEditorDlg::nameText, QT_TRANSLATE_NOOP("OSCParameterEditorDlg", "&Name:"), "name",
+     false, 0, 0},
     {&OSCParameterEditorDlg::commandText,
      QT_TRANSLATE_NOOP("OSCParameterEditorDlg", "OSC &command:"), "command", false, 0, 0},
     {&OSCParameterEditorDlg::xText, QT_TRANSLATE_NOOP("OSCParameterEditorDlg", "&X:"), "x", true,
@@ -44,8 +44,8 @@ const TextRow kTextRows[] = {
      QT_TRANSLATE_NOOP("OSCParameterEditorDlg", "M&inimum value:"), "minValue", true, kLongLowest,
      kLongHighest},
     {&OSCParameterEditorDlg::maxValueText,
-     QT_TRANSLATE_NOOP("OSCParameterEditorDlg", "M&aximum value:"), "maxValue", true,
-     kLongLowest, kLongHighest},
+     QT_TRANSLATE_NOOP("OSCParameterEditorDlg", "M&aximum value:"), "maxValue", true, kLongLowest,
+     kLongHighest},
 };
 
 bool HoldsNumberIn(const QString& text, const TextRow& row)

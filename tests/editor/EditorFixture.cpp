@@ -20,8 +20,8 @@
 #include <QPaintEvent>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QWheelEvent>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <sstream>
 
@@ -102,7 +102,7 @@ EditorTest::~EditorTest()
 }
 
 std::intptr_t EditorTest::Request(std::intptr_t code, const void* word8, const void* word9,
-                                 std::intptr_t word1)
+                                  std::intptr_t word1)
 {
     HostRequest request;
     request.words[0] = code;
