@@ -2,10 +2,12 @@
 
 #include "document/ControlTables.h"
 #include "document/IgnoringCase.h"
+#include "document/OSCProject.h"
 #include "document/TextField.h"
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -19,6 +21,10 @@ struct Defaults {
 // Indexed by control type: label, fader, knob, toggle, push button.
 constexpr Defaults kDefaults[kControlTypeCount] = {
     {120, 30, 0, 0}, {40, 160, 0, 127}, {60, 60, 0, 127}, {60, 40, 0, 1}, {60, 40, 0, 1}};
+
+// Inserted controls stand for controls of this host device.
+constexpr std::int16_t kInsertedDevice = 1;
+constexpr int kHighestNumber = std::numeric_limits<std::int16_t>::max();
 
 const char* const kFields[] = {"name",  "device", "control", "x",   "y",
                                "width", "height", "min",     "max", "type"};
@@ -77,16 +83,40 @@ _OSCParms RecordOf(const nlohmann::json& item)
     return record;
 }
 
+// The number n of a name "<kind> n", or 0 for any other name.
+int NumberInName(std::string_view name, std::string_view kind)
+{
+    if (name.size() <= kind.size() + 1 || !name.starts_with(kind) || name[kind.size()] != ' ')
+        return 0;
+    int number = 0;
+    for (const char digit : name.substr(kind.size() + 1)) {
+        if (digit < '0' || digit > '9' || number > kHighestNumber / 10)
+            return 0;
+        number = number * 10 + (digit - '0');
+    }
+    return number;
+}
+
 }  // namespace
 
-_OSCParms RecordForNewControl(int type, int controlNumber)
+_OSCParms RecordForNewControl(int type, const OSCProject& layout)
 {
+    int nameNumber = 0;
+    int controlNumber = 0;
+    for (const auto& page : layout.pages) {
+        for (const auto& control : page->controls) {
+            nameNumber =
+                std::max(nameNumber, NumberInName(TextOf(control->name), ControlTypes[type]));
+            if (control->deviceId == kInsertedDevice)
+                controlNumber = std::max<int>(controlNumber, control->controlNumber);
+        }
+    }
     const Defaults& defaults = kDefaults[type];
     _OSCParms record{};
-    CopyTextField(record.name,
-                  std::string(ControlTypes[type]) + ' ' + std::to_string(controlNumber));
-    record.deviceNumber = 1;
-    record.controlNumber = static_cast<std::int16_t>(controlNumber);
+    CopyTextField(record.name, std::string(ControlTypes[type]) + ' ' +
+                                   std::to_string(std::min(nameNumber + 1, kHighestNumber)));
+    record.deviceNumber = kInsertedDevice;
+    record.controlNumber = static_cast<std::int16_t>(std::min(controlNumber + 1, kHighestNumber));
     record.width = defaults.width;
     record.height = defaults.height;
     record.minValue = defaults.minValue;

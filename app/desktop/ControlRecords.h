@@ -10,9 +10,13 @@
 // The host's parameter records that controls are born from: one of each kind
 // for the Insert menu, or a list read from a JSON file.
 
-// A record for a new control of type (a ControlType) with a sensible size and
-// range, named after its kind and numbered.
-_OSCParms RecordForNewControl(int type, int controlNumber);
+class OSCProject;
+
+// A record for a new control of type (a ControlType) on layout, with a
+// sensible size and range, named after its kind and numbered after the
+// highest of its kind on the layout ("Fader 3" after "Fader 2"), and with the
+// next control number of its device, so that its address is one of its own.
+_OSCParms RecordForNewControl(int type, const OSCProject& layout);
 
 // Reads a JSON array of parameter objects with the fields "name", "device",
 // "control", "x", "y", "width", "height", "min", "max" and "type" (a number

@@ -124,12 +124,6 @@ int RunDesktop(int argc, char* argv[])
     QSettings settings;
     MainWindow window(module, target ? *target : LoadOscTarget(settings));
     window.show();
-    window.OfferRecovery();
-    for (const std::string& layout : arguments.layouts)
-        window.OpenLayout(QString::fromStdString(layout));
-    if (arguments.layouts.empty() && !arguments.insert.empty())
-        window.NewLayout();
-    if (!arguments.insert.empty())
-        window.InsertParametersFrom(QString::fromStdString(arguments.insert));
+    window.Start(arguments.layouts, arguments.insert);
     return application.exec();
 }

@@ -5,14 +5,18 @@
 #include "view/MessageEvent.h"
 #include "view/QtWindowHandle.h"
 
+#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QStandardPaths>
 
 #include <cstdio>
 #include <string_view>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -49,18 +53,23 @@ void DesktopHost::ShowError(const char* text)
 
 std::string DesktopHost::GetDataFolder()
 {
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+    // The user's own files: layouts and exports are found where people look.
+    const QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + u"/vornosc"_s;
     QDir().mkpath(folder);
-    return folder.toStdString();
+    return QFile::encodeName(folder).toStdString();
 }
 
 int DesktopHost::AskSaveChanges(void* editor, const char* path)
 {
-    const QString name = QFileInfo(QString::fromUtf8(path)).fileName();
+    ++questionsAsked_;
+    lastAnswerWasSave_ = false;
+    const QString name = QFileInfo(QFile::decodeName(path)).fileName();
     QMessageBox box(QMessageBox::Question, QStringLiteral("OSC Editor"),
                     QStringLiteral("Save the changes to \u201c%1\u201d before closing?").arg(name),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, window_);
     box.setDefaultButton(QMessageBox::Save);
+    box.button(QMessageBox::Discard)->setText(QStringLiteral("Don't Save"));
     switch (box.exec()) {
         case QMessageBox::Save:
             // The editor would write a layout never saved to a file named New
@@ -71,6 +80,7 @@ int DesktopHost::AskSaveChanges(void* editor, const char* path)
                 if (std::string_view(path) == kNeverSaved)
                     return kAnswerCancel;
             }
+            lastAnswerWasSave_ = true;
             return kAnswerSave;
         case QMessageBox::Discard:
             return kAnswerDiscard;

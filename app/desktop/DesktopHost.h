@@ -5,8 +5,8 @@
 class QWidget;
 
 // The application as the editors' host: errors in a message box and on
-// stderr, a data folder under the user's data directory, and the question
-// before a changed layout closes.
+// stderr, a data folder in the user's documents, where the editors' dialogs
+// start, and the question before a changed layout closes.
 class DesktopHost : public VornBasics {
 public:
     // window receives the test-mode values and status texts of every editor.
@@ -23,8 +23,14 @@ public:
 
     // How many errors have been shown so far: a save that fails shows one.
     int ErrorsShown() const { return errorsShown_; }
+    // How many times the question before closing was asked, and whether the
+    // last answer was Save.
+    int QuestionsAsked() const { return questionsAsked_; }
+    bool LastAnswerWasSave() const { return lastAnswerWasSave_; }
 
 private:
     int errorsShown_ = 0;
+    int questionsAsked_ = 0;
+    bool lastAnswerWasSave_ = false;
     QWidget* window_;
 };

@@ -24,6 +24,8 @@ bool EditorArea::event(QEvent* event)
     }
     auto* frame = new EditorFrame(host_);
     addSubWindow(frame);
+    if (onFrame)
+        onFrame(frame);
     message->result = reinterpret_cast<std::intptr_t>(static_cast<QObject*>(frame));
     return true;
 }

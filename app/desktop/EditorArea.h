@@ -5,6 +5,7 @@
 #include <functional>
 
 class DesktopHost;
+class EditorFrame;
 class QMenu;
 
 // The main window's client area, parent of the editors' frames. It makes a
@@ -15,6 +16,8 @@ public:
 
     // Told of the module's menu when the first frame is asked for with it.
     std::function<void(QMenu*)> onModuleMenu;
+    // Told of each frame made, before the module puts its editor in it.
+    std::function<void(EditorFrame*)> onFrame;
 
 protected:
     bool event(QEvent* event) override;

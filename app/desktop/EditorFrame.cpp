@@ -6,6 +6,24 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QFile>
+#include <QMenu>
+
+namespace {
+
+const QString kNeverSaved = QStringLiteral("New");
+const QString kTitleSuffix = QStringLiteral(" - OSC Editor");
+// Where Qt puts the "*" of a window with unsaved changes.
+const QString kModifiedMark = QStringLiteral("[*]");
+
+// "Show - OSC Editor" with mark after the layout's name: "Show* - OSC Editor".
+QString MarkedTitle(const QString& title, const QString& mark)
+{
+    const qsizetype suffix = title.lastIndexOf(kTitleSuffix);
+    return suffix < 0 ? title + mark : QString(title).insert(suffix, mark);
+}
+
+}  // namespace
 
 EditorFrame::EditorFrame(const DesktopHost& host, QWidget* parent)
     : QMdiSubWindow(parent), host_(host)
@@ -13,6 +31,9 @@ EditorFrame::EditorFrame(const DesktopHost& host, QWidget* parent)
     static int framesMade = 0;
     recoveryName_ = QStringLiteral("layout-%1").arg(++framesMade);
     setAttribute(Qt::WA_DeleteOnClose);
+    // The window menu's keys are the application's own: Ctrl+W closes through File > Close.
+    for (QAction* action : systemMenu()->actions())
+        action->setShortcuts({});
 }
 
 QWidget* EditorFrame::Editor() const
@@ -29,8 +50,53 @@ QString EditorFrame::LayoutPath() const
     request.words[kRequestFolderWord] = reinterpret_cast<std::intptr_t>(folder);
     request.words[kRequestNameWord] = reinterpret_cast<std::intptr_t>(name);
     Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request));
-    const QString file = QString::fromUtf8(name);
-    return *folder == '\0' ? file : QString::fromUtf8(folder) + QLatin1Char('/') + file;
+    const QString file = QFile::decodeName(name);
+    return *folder == '\0' ? file : QFile::decodeName(folder) + QLatin1Char('/') + file;
+}
+
+QString EditorFrame::ShownTitle() const
+{
+    return MarkedTitle(title_, isWindowModified() ? QStringLiteral("*") : QString());
+}
+
+bool EditorFrame::IsNeverSaved() const
+{
+    return LayoutPath() == kNeverSaved;
+}
+
+bool EditorFrame::IsModified() const
+{
+    return Request(kRequestIsModified) != 0;
+}
+
+void EditorFrame::ShowModified()
+{
+    setWindowModified(IsModified());
+}
+
+bool EditorFrame::WriteCopy(const QString& path) const
+{
+    const QByteArray bytes = QFile::encodeName(path);
+    return Request(kRequestWriteCopy, kRequestCopyPathWord,
+                   reinterpret_cast<std::intptr_t>(bytes.constData())) != 0;
+}
+
+int EditorFrame::Device() const
+{
+    return static_cast<int>(Request(kRequestDevice));
+}
+
+void EditorFrame::SetDevice(int device)
+{
+    Request(kRequestSetDevice, kRequestDeviceWord, device);
+}
+
+std::intptr_t EditorFrame::Request(std::intptr_t code, int index, std::intptr_t word) const
+{
+    HostRequest request;
+    request.words[0] = code;
+    request.words[index] = word;
+    return Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request));
 }
 
 std::intptr_t EditorFrame::Send(unsigned message, std::intptr_t wParam, std::intptr_t lParam) const
@@ -47,10 +113,15 @@ bool EditorFrame::event(QEvent* event)
     MessageEvent* message = MessageEvent::From(event);
     if (message == nullptr)
         return QMdiSubWindow::event(event);
-    if (message->Message() == WM_OSC_SETEDITOR)
+    if (message->Message() == WM_OSC_SETEDITOR) {
         setWidget(qobject_cast<QWidget*>(reinterpret_cast<QObject*>(message->lParam)));
-    else if (message->Message() == WM_OSC_SETTITLE)
-        setWindowTitle(QString::fromUtf8(reinterpret_cast<const char*>(message->lParam)));
+    } else if (message->Message() == WM_OSC_SETTITLE && message->lParam != 0) {
+        title_ = QString::fromUtf8(reinterpret_cast<const char*>(message->lParam));
+        // Qt shows its mark, "[*]", as "*" while the window is modified; a
+        // name's own "[*]" is doubled to show as it is.
+        setWindowTitle(MarkedTitle(
+            QString(title_).replace(kModifiedMark, kModifiedMark + kModifiedMark), kModifiedMark));
+    }
     // Message 204 comes from a module about to destroy a frame it could not
     // use; the frame has nothing of its own to let go of.
     return true;
@@ -58,8 +129,10 @@ bool EditorFrame::event(QEvent* event)
 
 void EditorFrame::closeEvent(QCloseEvent* event)
 {
+    bool saved = false;
     for (;;) {
         const int errorsBefore = host_.ErrorsShown();
+        const int questionsBefore = host_.QuestionsAsked();
         if (Send(WM_OSC_CANCLOSE) != 0) {
             // The user cancelled; the editor forgot its changes when asked, so
             // they are marked again: nothing may pass for saved.
@@ -69,8 +142,12 @@ void EditorFrame::closeEvent(QCloseEvent* event)
         }
         // The editor lets go even when its save failed; the failure was shown,
         // and the question comes back until the layout is saved or given up.
-        if (host_.ErrorsShown() == errorsBefore)
+        if (host_.ErrorsShown() == errorsBefore) {
+            saved = host_.QuestionsAsked() != questionsBefore && host_.LastAnswerWasSave();
             break;
+        }
     }
+    if (saved)
+        Q_EMIT savedOnClose();
     QMdiSubWindow::closeEvent(event);
 }

@@ -7,8 +7,9 @@
 class DesktopHost;
 
 // The frame of one editor in the main window: it takes the editor the module
-// hands it, shows its title, and closes only when the editor allows it and
-// its layout is saved or given up by the user.
+// hands it, shows its title with a "*" while the layout has unsaved changes,
+// and closes only when the editor allows it and its layout is saved or given
+// up by the user.
 class EditorFrame : public QMdiSubWindow {
     Q_OBJECT
 
@@ -20,14 +21,36 @@ public:
     const QString& RecoveryName() const { return recoveryName_; }
     // The path of the editor's layout, as the editor tells it ("New" until saved).
     QString LayoutPath() const;
+    bool IsNeverSaved() const;
+    // Whether the layout has changes its file does not have, as the editor tells it.
+    bool IsModified() const;
+    // Brings the "*" of the title up to date with the editor.
+    void ShowModified();
+    // Writes the layout as it stands to path, leaving its own file, name and
+    // changed state alone; false when it could not.
+    bool WriteCopy(const QString& path) const;
+    // The layout's target device (0 or 1), which its file does not keep.
+    int Device() const;
+    void SetDevice(int device);
+    // The title as the frame shows it: the editor's, with a "*" after the
+    // layout's name while it has unsaved changes.
+    QString ShownTitle() const;
     // Delivers a message to the editor at once and returns its answer.
     std::intptr_t Send(unsigned message, std::intptr_t wParam = 0, std::intptr_t lParam = 0) const;
+
+Q_SIGNALS:
+    // The layout was saved because the user chose Save when it closed.
+    void savedOnClose();
 
 protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // Sends a host request of code, with word at index in its record.
+    std::intptr_t Request(std::intptr_t code, int index = 1, std::intptr_t word = 0) const;
+
     const DesktopHost& host_;
     QString recoveryName_;
+    QString title_;
 };

@@ -1,6 +1,7 @@
 #include "LayoutCheck.h"
 
 #include "document/LayoutFile.h"
+#include "document/OSCProject.h"
 #include "host/VornBasics.h"
 
 #include <fstream>
@@ -22,7 +23,7 @@ public:
 
 }  // namespace
 
-std::optional<std::string> WhyNotALayout(const std::string& path)
+std::optional<std::string> ReadLayoutAt(const std::string& path, OSCProject& project)
 {
     std::ifstream file(path, std::ios::binary);
     if (!file)
@@ -30,7 +31,6 @@ std::optional<std::string> WhyNotALayout(const std::string& path)
     const std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     if (bytes.empty())
         return "the file is empty";
-    OSCProject project;
     QuietHost host;
     std::size_t stoppedAt = 0;
     const int result = ReadLayoutFile(bytes, project, &host, &stoppedAt);
@@ -39,4 +39,10 @@ std::optional<std::string> WhyNotALayout(const std::string& path)
     if (result != 0)
         return host.error + " (reading stopped at byte " + std::to_string(stoppedAt) + ")";
     return std::nullopt;
+}
+
+std::optional<std::string> WhyNotALayout(const std::string& path)
+{
+    OSCProject project;
+    return ReadLayoutAt(path, project);
 }

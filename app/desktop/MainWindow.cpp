@@ -5,11 +5,13 @@
 #include "EditorFrame.h"
 #include "LayoutCheck.h"
 #include "ModuleLibrary.h"
-#include "app/osc/OscAddress.h"
+#include "WindowMenu.h"
 #include "app/osc/OscMonitor.h"
 #include "app/osc/OscSettings.h"
 #include "app/osc/OscSettingsDialog.h"
+#include "app/osc/TestModeOutput.h"
 #include "document/ControlTables.h"
+#include "document/OSCProject.h"
 #include "editor/CommandIds.h"
 #include "host/Messages.h"
 #include "view/MessageEvent.h"
@@ -26,17 +28,18 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QStatusBar>
-#include <QTime>
-#include <QTimer>
+#include <QTemporaryDir>
+
+#include <zip.h>
 
 #include <chrono>
+#include <filesystem>
 
 namespace {
 
-constexpr int kMostRecentFiles = 8;
 constexpr std::chrono::milliseconds kRecoveryInterval{3000};
-const QString kRecentFilesKey = QStringLiteral("recentFiles");
 const QString kGeometryKey = QStringLiteral("mainWindow/geometry");
 
 // The module's items carry their command ids; the application's carry none.
@@ -45,12 +48,21 @@ int CommandOf(const QAction* action)
     return action->data().toInt();
 }
 
+// Input after which a layout may have changed, and its title with it.
+bool MayChangeLayouts(QEvent::Type type)
+{
+    return type == QEvent::MouseButtonRelease || type == QEvent::KeyRelease ||
+           type == QEvent::Wheel;
+}
+
 }  // namespace
 
 MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     : module_(module),
       host_(this),
-      recovery_(QString::fromStdString(host_.GetDataFolder()) + QStringLiteral("/recovery")),
+      // The application's own state stays out of the user's documents.
+      recovery_(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
+                QStringLiteral("/recovery")),
       sender_(target),
       area_(new EditorArea(host_, this)),
       monitor_(new OscMonitor)
@@ -58,6 +70,8 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     setWindowTitle(QStringLiteral("vornosc"));
     area_->setViewMode(QMdiArea::SubWindowView);
     area_->onModuleMenu = [this](QMenu* menu) { AdoptModuleMenu(menu); };
+    area_->onFrame = [this](EditorFrame* frame) { AdoptFrame(frame); };
+    connect(area_, &QMdiArea::subWindowActivated, this, &MainWindow::RefreshTitles);
     setCentralWidget(area_);
     auto* dock = new QDockWidget(QStringLiteral("OSC Monitor"), this);
     dock->setObjectName(QStringLiteral("oscMonitor"));
@@ -71,6 +85,8 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     auto* recoveryTimer = new QTimer(this);
     connect(recoveryTimer, &QTimer::timeout, this, &MainWindow::KeepRecoveryCopies);
     recoveryTimer->start(kRecoveryInterval);
+    titleRefresh_.setSingleShot(true);
+    connect(&titleRefresh_, &QTimer::timeout, this, &MainWindow::RefreshTitles);
     resize(1280, 900);
     restoreGeometry(QSettings().value(kGeometryKey).toByteArray());
 }
@@ -80,21 +96,43 @@ MainWindow::~MainWindow()
     qApp->removeEventFilter(this);
 }
 
+QString MainWindow::AboutText()
+{
+    return QStringLiteral(
+               "vornosc %1\nAn editor for OSC control-surface layouts.\n\n"
+               "Qt %2, libzip %3, liblo %4")
+        .arg(QStringLiteral(VORNOSC_VERSION), QString::fromLatin1(qVersion()),
+             QString::fromLatin1(zip_libzip_version()),
+             QString::fromStdString(OscLibraryVersion()));
+}
+
 void MainWindow::BuildMenus()
 {
     fileMenu_ = menuBar()->addMenu(QStringLiteral("&File"));
-    fileMenu_->addAction(QStringLiteral("&New"), QKeySequence::New, this, &MainWindow::NewLayout);
-    fileMenu_->addAction(QStringLiteral("&Open..."), QKeySequence::Open, this,
+    // Keys as users of desktop programs on Linux know them, on every platform theme.
+    fileMenu_->addAction(QStringLiteral("&New"), QKeySequence(Qt::CTRL | Qt::Key_N), this,
+                         &MainWindow::NewLayout);
+    fileMenu_->addAction(QStringLiteral("&Open..."), QKeySequence(Qt::CTRL | Qt::Key_O), this,
                          &MainWindow::OpenWithDialog);
     recentMenu_ = fileMenu_->addMenu(QStringLiteral("Open &Recent"));
     connect(recentMenu_, &QMenu::aboutToShow, this, &MainWindow::FillRecentMenu);
-    fileMenu_->addAction(QStringLiteral("&Close"), QKeySequence::Close, this, [this] {
+    QAction* close = fileMenu_->addAction(QStringLiteral("&Close"), this, [this] {
         if (EditorFrame* frame = ActiveFrame())
             frame->close();
     });
+    close->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_F4)});
+    fileMenu_->addSeparator();
+    // Save stands in for the module's, which stays off for a layout never
+    // saved: this one asks for a name first.
+    saveAction_ = fileMenu_->addAction(QStringLiteral("&Save"), QKeySequence(Qt::CTRL | Qt::Key_S),
+                                       this, &MainWindow::SaveLayout);
     moduleFilePlace_ = fileMenu_->addSeparator();
-    fileMenu_->addAction(QStringLiteral("&Quit"), QKeySequence::Quit, this, &QWidget::close);
-    connect(fileMenu_, &QMenu::aboutToShow, this, [this] { UpdateMenu(fileMenu_); });
+    fileMenu_->addAction(QStringLiteral("&Quit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this,
+                         &QWidget::close);
+    connect(fileMenu_, &QMenu::aboutToShow, this, [this] {
+        UpdateMenu(fileMenu_);
+        RefreshSaveAction();
+    });
 
     insertMenu_ = menuBar()->addMenu(QStringLiteral("&Insert"));
     for (int type = 0; type < kControlTypeCount; ++type) {
@@ -114,14 +152,14 @@ void MainWindow::BuildMenus()
             action->setEnabled(ActiveFrame() != nullptr);
     });
 
+    menuBar()->addMenu(new WindowMenu(*area_, this));
+
     QMenu* settings = menuBar()->addMenu(QStringLiteral("&Settings"));
     settings->addAction(QStringLiteral("&OSC Target..."), this, &MainWindow::ChooseOscTarget);
 
     helpMenu_ = menuBar()->addMenu(QStringLiteral("&Help"));
     helpMenu_->addAction(QStringLiteral("&About vornosc"), this, [this] {
-        QMessageBox::about(this, QStringLiteral("About vornosc"),
-                           QStringLiteral("vornosc %1\nAn editor for OSC control surfaces.")
-                               .arg(QCoreApplication::applicationVersion()));
+        QMessageBox::about(this, QStringLiteral("About vornosc"), AboutText());
     });
     connect(helpMenu_, &QMenu::aboutToShow, this, [this] { UpdateMenu(helpMenu_); });
 }
@@ -136,7 +174,12 @@ void MainWindow::AdoptModuleMenu(QMenu* moduleMenu)
         // The module's file and help commands join the application's menus of
         // the same name; its other menus stand before Insert.
         if (submenu->title() == fileMenu_->title()) {
-            fileMenu_->insertActions(moduleFilePlace_, submenu->actions());
+            for (QAction* action : submenu->actions()) {
+                if (CommandOf(action) == ID_FILE_SAVE)
+                    action->setShortcuts({});  // the application's Save has the key
+                else
+                    fileMenu_->insertAction(moduleFilePlace_, action);
+            }
         } else if (submenu->title() == helpMenu_->title()) {
             helpMenu_->insertActions(helpMenu_->actions().value(0), submenu->actions());
         } else {
@@ -144,6 +187,14 @@ void MainWindow::AdoptModuleMenu(QMenu* moduleMenu)
             connect(submenu, &QMenu::aboutToShow, this, [this, submenu] { UpdateMenu(submenu); });
         }
     }
+}
+
+void MainWindow::AdoptFrame(EditorFrame* frame)
+{
+    newFrame_ = frame;
+    connect(frame, &EditorFrame::savedOnClose, this, [this, frame] { NoteKept(*frame); });
+    // Tied to the timer, which goes before the frames when the window does.
+    connect(frame, &QObject::destroyed, &titleRefresh_, qOverload<>(&QTimer::start));
 }
 
 void MainWindow::RouteModuleActions(QMenu* menu)
@@ -171,6 +222,12 @@ void MainWindow::UpdateMenu(QMenu* menu)
     }
 }
 
+void MainWindow::RefreshSaveAction()
+{
+    const EditorFrame* frame = ActiveFrame();
+    saveAction_->setEnabled(frame != nullptr && (frame->IsNeverSaved() || frame->IsModified()));
+}
+
 void MainWindow::RunModuleCommand(QAction* action)
 {
     EditorFrame* frame = ActiveFrame();
@@ -179,29 +236,92 @@ void MainWindow::RunModuleCommand(QAction* action)
     // A shortcut may fire while the keyboard is elsewhere: the editor's rules
     // decide again before the command runs.
     frame->Send(WM_INITMENUPOPUP, reinterpret_cast<std::intptr_t>(*module_.menu));
-    if (action->isEnabled())
-        frame->Send(WM_COMMAND, CommandOf(action));
+    if (!action->isEnabled())
+        return;
+    frame->Send(WM_COMMAND, CommandOf(action));
+    if (CommandOf(action) == ID_FILE_SAVE_AS)
+        NoteKept(*frame);
+    titleRefresh_.start();
+}
+
+void MainWindow::SaveLayout()
+{
+    EditorFrame* frame = ActiveFrame();
+    if (frame == nullptr)
+        return;
+    if (frame->IsNeverSaved())
+        frame->Send(WM_COMMAND, ID_FILE_SAVE_AS);
+    else if (frame->IsModified())
+        frame->Send(WM_COMMAND, ID_FILE_SAVE);
+    NoteKept(*frame);
+    titleRefresh_.start();
+}
+
+void MainWindow::NoteKept(const EditorFrame& frame)
+{
+    if (frame.IsModified() || frame.IsNeverSaved())
+        return;
+    const QString path = frame.LayoutPath();
+    if (QFileInfo::exists(path))
+        history_.Remember(QFileInfo(path).absoluteFilePath(), frame.Device());
+}
+
+void MainWindow::RefreshTitles()
+{
+    for (EditorFrame* frame : Frames())
+        frame->ShowModified();
+    // A maximized frame's title joins the window's, with its "*" shown by this mark.
+    const EditorFrame* active = ActiveFrame();
+    setWindowModified(active != nullptr && active->isWindowModified());
+}
+
+void MainWindow::ShowNewFrame()
+{
+    // The module placed its frame by its own rule; here layouts fill the work area.
+    if (EditorFrame* frame = std::exchange(newFrame_, nullptr))
+        frame->showMaximized();
+    titleRefresh_.start();
+}
+
+void MainWindow::Start(const std::vector<std::string>& layouts, const std::string& insert)
+{
+    OfferRecovery();
+    // Absolute, so that the editor knows each layout's folder as a saved one's.
+    for (const std::string& layout : layouts)
+        OpenLayout(QFile::decodeName(std::filesystem::absolute(layout).c_str()));
+    // The user comes to work: with nothing to open, a new layout is ready.
+    if (Frames().isEmpty())
+        NewLayout();
+    if (!insert.empty())
+        InsertParametersFrom(QFile::decodeName(insert.c_str()));
 }
 
 bool MainWindow::OpenLayout(const QString& path)
 {
-    const QByteArray bytes = path.toUtf8();
+    const QByteArray bytes = QFile::encodeName(path);
     std::optional<std::string> fault = WhyNotALayout(bytes.toStdString());
     if (!fault && module_.openEditor(HandleOf(area_), bytes.constData()) == nullptr)
         fault = "the editor refused it";
     if (fault) {
+        newFrame_ = nullptr;
         const std::string message =
             "\u201c" + bytes.toStdString() + "\u201d could not be opened: " + *fault + '.';
         host_.ShowError(message.c_str());
         return false;
     }
-    RememberRecent(QFileInfo(path).absoluteFilePath());
+    EditorFrame* frame = newFrame_;
+    const QString absolute = QFileInfo(path).absoluteFilePath();
+    if (const std::optional<int> device = history_.DeviceOf(absolute))
+        frame->SetDevice(*device);
+    ShowNewFrame();
+    history_.Remember(absolute, frame->Device());
     return true;
 }
 
 void MainWindow::NewLayout()
 {
-    module_.openEditor(HandleOf(area_), nullptr);
+    if (module_.openEditor(HandleOf(area_), nullptr) != nullptr)
+        ShowNewFrame();
 }
 
 EditorFrame* MainWindow::ActiveFrame() const
@@ -229,11 +349,21 @@ void MainWindow::PasteRecords(const std::vector<const _OSCParms*>& records)
         return;
     module_.externalPaste(records);
     frame->Send(WM_COMMAND, ID_EDIT_PASTE);
+    titleRefresh_.start();
 }
 
 void MainWindow::InsertControl(int type)
 {
-    const _OSCParms record = RecordForNewControl(type, nextControlNumber_++);
+    EditorFrame* frame = ActiveFrame();
+    if (frame == nullptr)
+        return;
+    // The new control is numbered after those already on the layout.
+    OSCProject layout;
+    const QTemporaryDir folder;
+    const QString copy = folder.filePath(QStringLiteral("layout.VornOsc"));
+    if (!frame->WriteCopy(copy) || ReadLayoutAt(QFile::encodeName(copy).toStdString(), layout))
+        layout.pages.clear();
+    const _OSCParms record = RecordForNewControl(type, layout);
     PasteRecords({&record});
 }
 
@@ -289,48 +419,32 @@ void MainWindow::OfferRecovery()
     }
 }
 
-QStringList MainWindow::RecentFiles() const
-{
-    return QSettings().value(kRecentFilesKey).toStringList();
-}
-
-void MainWindow::RememberRecent(const QString& path)
-{
-    QStringList recent = RecentFiles();
-    recent.removeAll(path);
-    recent.prepend(path);
-    QSettings().setValue(kRecentFilesKey, recent.mid(0, kMostRecentFiles));
-}
-
 void MainWindow::OpenRecent(const QString& path)
 {
     if (QFileInfo::exists(path)) {
         OpenLayout(path);
         return;
     }
-    const auto answer = QMessageBox::question(
-        this, QStringLiteral("OSC Editor"),
-        QStringLiteral("\u201c%1\u201d is no longer there. Remove it from Open Recent?").arg(path));
-    if (answer != QMessageBox::Yes)
-        return;
-    QStringList recent = RecentFiles();
-    recent.removeAll(path);
-    QSettings().setValue(kRecentFilesKey, recent);
+    history_.Forget(path);
+    const std::string message = "\u201c" + QFile::encodeName(path).toStdString() +
+                                "\u201d is no longer there; it has left Open Recent.";
+    host_.ShowError(message.c_str());
 }
 
 void MainWindow::FillRecentMenu()
 {
     recentMenu_->clear();
-    for (const QString& path : RecentFiles())
+    for (const QString& path : history_.Recent())
         recentMenu_->addAction(path, this, [this, path] { OpenRecent(path); });
-    recentMenu_->setEnabled(!recentMenu_->isEmpty());
+    if (recentMenu_->isEmpty())
+        recentMenu_->addAction(QStringLiteral("No layouts yet"))->setEnabled(false);
 }
 
 void MainWindow::OpenWithDialog()
 {
-    const QStringList paths =
-        QFileDialog::getOpenFileNames(this, QStringLiteral("Open OSC Layout"), QString(),
-                                      QStringLiteral("Vorn OSC Layout (*.VORNOSC)"));
+    const QStringList paths = QFileDialog::getOpenFileNames(
+        this, QStringLiteral("Open OSC Layout"), history_.LastFolder(),
+        QStringLiteral("Vorn OSC Layout (*.VORNOSC)"));
     for (const QString& path : paths)
         OpenLayout(path);
 }
@@ -345,24 +459,17 @@ void MainWindow::ChooseOscTarget()
     SaveOscTarget(settings, dialog.Target());
 }
 
-void MainWindow::SendTestValue(std::int32_t value, const std::vector<std::string>& components)
-{
-    const std::string address = OscAddressOf(components);
-    std::string error;
-    if (sender_.Send(address, value, error))
-        monitor_->AddSent(QString::fromStdString(address), value, QTime::currentTime());
-    else
-        monitor_->AddError(QString::fromStdString(error), QTime::currentTime());
-}
-
 bool MainWindow::event(QEvent* event)
 {
     MessageEvent* message = MessageEvent::From(event);
     if (message == nullptr)
         return QMainWindow::event(event);
-    if (message->Message() == WM_OSC_TESTVALUE) {
-        if (const auto components = message->TakeComponents())
-            SendTestValue(static_cast<std::int32_t>(message->wParam), *components);
+    if (message->Message() == WM_OSC_OPERATED && message->lParam != 0) {
+        SendOperated(*reinterpret_cast<const OperatedControl*>(message->lParam), sender_,
+                     *monitor_);
+    } else if (message->Message() == WM_OSC_TESTVALUE) {
+        // The value also came as WM_OSC_OPERATED, with the whole address.
+        message->TakeComponents();
     } else if (message->Message() == WM_OSC_HOSTREQUEST && message->wParam == 0 &&
                message->lParam != 0) {
         const auto& record = *reinterpret_cast<const StatusRecord*>(message->lParam);
@@ -375,6 +482,15 @@ bool MainWindow::event(QEvent* event)
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    if (MayChangeLayouts(event->type()))
+        titleRefresh_.start();
+    // Shortcuts fire only on enabled items: the rules are brought up to date
+    // first, wherever the keyboard is.
+    if (event->type() == QEvent::ShortcutOverride && module_.menu != nullptr &&
+        *module_.menu != nullptr) {
+        UpdateMenu(*module_.menu);
+        RefreshSaveAction();
+    }
     // The editor's Help command asks the application for its help topic.
     MessageEvent* message = watched == qApp ? MessageEvent::From(event) : nullptr;
     if (message == nullptr || message->Message() != WM_OSC_HOSTREQUEST || message->lParam == 0)
@@ -394,13 +510,10 @@ void MainWindow::closeEvent(QCloseEvent* event)
 {
     // Every editor is asked in turn; the first Cancel keeps everything open.
     for (EditorFrame* frame : Frames()) {
-        const QString path = frame->LayoutPath();
         if (!frame->close()) {
             event->ignore();
             return;
         }
-        if (QFileInfo::exists(path))
-            RememberRecent(QFileInfo(path).absoluteFilePath());
     }
     QSettings().setValue(kGeometryKey, saveGeometry());
     event->accept();

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "DesktopHost.h"
+#include "LayoutHistory.h"
 #include "RecoveryKeeper.h"
 #include "app/osc/OscSender.h"
 #include "host/OSCParms.h"
 
 #include <QMainWindow>
+#include <QTimer>
 
 #include <cstdint>
 #include <string>
@@ -27,18 +29,24 @@ public:
     MainWindow(ModuleLibrary& module, const OscTarget& target);
     ~MainWindow() override;
 
-    // Opens an editor on the layout at path; false, after saying why, when
-    // none opens.
+    // What a start does: offers the copies of layouts a crash left, opens the
+    // layouts given (paths as the user typed them), or a new one when none is
+    // open, and inserts the parameter list at insert, if any, on the last.
+    void Start(const std::vector<std::string>& layouts, const std::string& insert);
+    // Opens an editor on the layout at path, for the device it was last kept
+    // for; false, after saying why, when none opens.
     bool OpenLayout(const QString& path);
     void NewLayout();
     EditorFrame* ActiveFrame() const;
     QList<EditorFrame*> Frames() const;
+    // Saves the active layout; one never saved gets a name first.
+    void SaveLayout();
     // Puts a new control of type on the active editor's page, from a record
     // made for it, as a host hands its parameters over.
     void InsertControl(int type);
     // The same for a JSON file of parameter records; a bad file inserts nothing.
     void InsertParametersFrom(const QString& path);
-    QStringList RecentFiles() const;
+    QStringList RecentFiles() const { return history_.Recent(); }
     // Offers the recovery copies a run that ended without quitting left
     // behind, in one question: reopened, or discarded.
     void OfferRecovery();
@@ -46,6 +54,8 @@ public:
     void KeepRecoveryCopies();
     OscMonitor& Monitor() const { return *monitor_; }
     OscSender& Sender() { return sender_; }
+    // The text of Help > About: the program's and its libraries' versions.
+    static QString AboutText();
 
 protected:
     bool event(QEvent* event) override;
@@ -55,20 +65,26 @@ protected:
 private:
     void BuildMenus();
     void AdoptModuleMenu(QMenu* moduleMenu);
+    void AdoptFrame(EditorFrame* frame);
     void RouteModuleActions(QMenu* menu);
     void UpdateMenu(QMenu* menu);
     void RunModuleCommand(QAction* action);
+    // Shows a frame the module just placed: maximized in the work area.
+    void ShowNewFrame();
+    // Notes a layout kept in its file: in Open Recent, with its device.
+    void NoteKept(const EditorFrame& frame);
+    void RefreshTitles();
+    void RefreshSaveAction();
     void PasteRecords(const std::vector<const _OSCParms*>& records);
-    void RememberRecent(const QString& path);
     void FillRecentMenu();
-    // Opens a recent layout, or offers to forget one that is gone.
+    // Opens a recent layout, or forgets one that is gone.
     void OpenRecent(const QString& path);
     void OpenWithDialog();
     void ChooseOscTarget();
-    void SendTestValue(std::int32_t value, const std::vector<std::string>& components);
 
     ModuleLibrary& module_;
     DesktopHost host_;
+    LayoutHistory history_;
     RecoveryKeeper recovery_;
     OscSender sender_;
     EditorArea* area_;
@@ -77,6 +93,8 @@ private:
     QMenu* recentMenu_ = nullptr;
     QMenu* insertMenu_ = nullptr;
     QMenu* helpMenu_ = nullptr;
+    QAction* saveAction_ = nullptr;       // the application's own Save
     QAction* moduleFilePlace_ = nullptr;  // where the module's file commands go
-    int nextControlNumber_ = 1;
+    EditorFrame* newFrame_ = nullptr;     // the frame made last, until it is shown
+    QTimer titleRefresh_;                 // coalesces the title updates after input
 };

@@ -1,7 +1,6 @@
 #include "RecoveryKeeper.h"
 
 #include "EditorFrame.h"
-#include "host/Messages.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -55,9 +54,7 @@ void RecoveryKeeper::Update(const QList<EditorFrame*>& frames)
     }
     for (const EditorFrame* frame : frames) {
         const QString copy = CopyPath(*frame);
-        HostRequest request;
-        request.words[0] = kRequestIsModified;
-        if (frame->Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request)) == 0) {
+        if (!frame->IsModified()) {
             RemoveCopy(copy);
             continue;
         }
@@ -65,17 +62,13 @@ void RecoveryKeeper::Update(const QList<EditorFrame*>& frames)
         // The editor writes a temporary file that replaces the copy only when
         // complete, so a crash while writing leaves the previous copy.
         const QString temporary = copy + QStringLiteral(".part");
-        const QByteArray temporaryBytes = temporary.toUtf8();
-        request.words[0] = kRequestWriteCopy;
-        request.words[kRequestCopyPathWord] =
-            reinterpret_cast<std::intptr_t>(temporaryBytes.constData());
-        if (frame->Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request)) == 0) {
+        if (!frame->WriteCopy(temporary)) {
             QFile::remove(temporary);
             continue;
         }
         QSaveFile note(copy + kNoteSuffix);
         if (note.open(QIODevice::WriteOnly)) {
-            note.write(frame->LayoutPath().toUtf8());
+            note.write(QFile::encodeName(frame->LayoutPath()));
             note.commit();
         }
         QFile::remove(copy);
@@ -98,7 +91,7 @@ QList<RecoveryKeeper::Leftover> RecoveryKeeper::Leftovers() const
              folder.entryInfoList({QStringLiteral("*") + kCopySuffix}, QDir::Files, QDir::Time)) {
             QFile note(copy.filePath() + kNoteSuffix);
             const QString original = note.open(QIODevice::ReadOnly)
-                                         ? QString::fromUtf8(note.readAll())
+                                         ? QFile::decodeName(note.readAll())
                                          : QStringLiteral("New");
             leftovers.append({copy.filePath(), original, copy.lastModified()});
         }

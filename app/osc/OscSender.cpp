@@ -4,6 +4,13 @@
 
 #include <new>
 
+std::string OscLibraryVersion()
+{
+    char version[32] = "";
+    lo_version(version, sizeof version, nullptr, nullptr, nullptr, 0, nullptr, nullptr, nullptr);
+    return version;
+}
+
 void OscSender::AddressFree::operator()(void* address) const
 {
     lo_address_free(static_cast<lo_address>(address));

@@ -7,6 +7,9 @@
 #include <string>
 
 // Sends OSC messages of one int32 over UDP to a target. liblo stays inside the .cpp.
+// liblo's version, as About shows it.
+std::string OscLibraryVersion();
+
 class OscSender {
 public:
     explicit OscSender(const OscTarget& target = {});

@@ -13,7 +13,7 @@ OscSettingsDialog::OscSettingsDialog(const OscTarget& target, QWidget* parent)
       port_(new QSpinBox(this)),
       buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
-    setWindowTitle(tr("OSC Output"));
+    setWindowTitle(tr("OSC Target"));
     host_->setObjectName(QStringLiteral("host"));
     port_->setObjectName(QStringLiteral("port"));
     port_->setRange(1, 65535);

@@ -1,68 +1,78 @@
-// The desktop application hosting the built module: test-mode values reaching an OSC receiver,
-// inserting controls, and reopening recent layouts.
+// The desktop application hosting the built module: test mode sending each control's own address,
+// inserting controls, the layouts' windows, titles and keys, and what it remembers of layouts.
 #include "AppFixture.h"
 #include "app/osc/OscMonitor.h"
 #include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
-#include "document/LayoutFile.h"
 #include "editor/CommandIds.h"
-#include "tests/support/FakeHost.h"
 
 #include <QCoreApplication>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMouseEvent>
+#include <QStandardPaths>
 #include <QStatusBar>
+#include <QTest>
+#include <QWindow>
 
+#include <algorithm>
 #include <filesystem>
+#include <map>
 
 namespace {
 
-// The controls on the first page of the layout at path, the newest first.
-ControlList ControlsOfLayout(const std::string& path)
+QMenu* MenuTitled(const QMainWindow& window, const QString& title)
 {
-    OSCProject layout;
-    FakeHost host;
-    EXPECT_EQ(ReadLayoutFile(ReadWholeFile(path).value_or(""), layout, &host), 0) << path;
-    return layout.pages.empty() ? ControlList() : std::move(layout.pages[0]->controls);
+    for (QAction* top : window.menuBar()->actions()) {
+        if (top->text() == title)
+            return top->menu();
+    }
+    return nullptr;
 }
 
-void Mouse(QWidget& view, QEvent::Type type, QPoint at, Qt::MouseButtons held)
+// Every item that can take a key: the menus', the frames' own and the module's.
+void CollectItems(const QList<QAction*>& actions, std::vector<QAction*>& items)
 {
-    QMouseEvent event(type, QPointF(at), view.mapToGlobal(QPointF(at)), Qt::LeftButton, held,
-                      Qt::NoModifier);
-    QCoreApplication::sendEvent(&view, &event);
+    for (QAction* action : actions) {
+        items.push_back(action);
+        if (action->menu() != nullptr)
+            CollectItems(action->menu()->actions(), items);
+    }
 }
 
-TEST_F(AppTest, InTestModeFaderAndToggleValuesArriveAsOscInTheOrderPlayed)
+TEST_F(AppTest, TestModeSendsEachControlsOwnAddressAsATouchSurfaceDoes)
 {
-    ASSERT_TRUE(Open(CopyOfExample("Demo.VornOsc")));
+    const nlohmann::json c = Cases(DATA_DIR "/app.json", "testMode")[0];
+    ASSERT_TRUE(Open(WriteLayout("Surface.VornOsc", c["controls"])));
     Pick(ID_OSCTESTMODE);
-    QWidget* view = nullptr;
-    for (QWidget* child : Frame().Editor()->findChildren<QWidget*>())
-        view = child->inherits("TVornOSCView") ? child : view;
-    ASSERT_NE(view, nullptr);
-    // Level 1 is a fader at (44, 170), 40 by 400, 0 to 127; Mute 1 a toggle at (20, 600).
-    Mouse(*view, QEvent::MouseButtonPress, {64, 171}, Qt::LeftButton);
-    Mouse(*view, QEvent::MouseMove, {64, 370}, Qt::LeftButton);
-    Mouse(*view, QEvent::MouseButtonRelease, {64, 569}, Qt::NoButton);
-    Mouse(*view, QEvent::MouseButtonPress, {40, 620}, Qt::LeftButton);
-    Mouse(*view, QEvent::MouseButtonRelease, {40, 620}, Qt::NoButton);
+    // Each step a click [x, y] or a drag [x, y, x2, y2], released where it ends.
+    for (const nlohmann::json& step : c["steps"]) {
+        const QPoint at(step[0], step[1]);
+        const QPoint end = step.size() == 4 ? QPoint(step[2], step[3]) : at;
+        Mouse(QEvent::MouseButtonPress, at, Qt::LeftButton);
+        if (end != at)
+            Mouse(QEvent::MouseMove, end, Qt::LeftButton);
+        Mouse(QEvent::MouseButtonRelease, end, Qt::NoButton);
+    }
+    Mouse(QEvent::MouseMove, {150, 120}, Qt::NoButton);
     QCoreApplication::sendPostedEvents();
-    EXPECT_EQ(receiver.WaitFor(4),
-              (std::vector<std::string>{"/TRVX/ID1/SetVal/Ctl1 127", "/TRVX/ID1/SetVal/Ctl1 64",
-                                        "/TRVX/ID1/SetVal/Ctl1 0", "/TRVX/ID1/SetVal/Ctl17 1"}));
-    EXPECT_EQ(window->Monitor().Count(), 4);
-    EXPECT_EQ(window->Monitor().AddressAt(0), QStringLiteral("/TRVX/ID1/SetVal/Ctl17"));
-    EXPECT_TRUE(window->statusBar()->currentMessage().startsWith(QStringLiteral("Level 1: ")))
+    const auto sent = c["sent"].get<std::vector<std::string>>();
+    EXPECT_EQ(receiver.WaitFor(sent.size()), sent);
+    std::vector<std::string> monitor;  // newest first
+    for (int row = 0; row < window->Monitor().Count(); ++row)
+        monitor.push_back((window->Monitor().AddressAt(row) + u' ' + window->Monitor().ValueAt(row))
+                              .trimmed()
+                              .toStdString());
+    EXPECT_EQ(monitor, c["monitor"].get<std::vector<std::string>>());
+    EXPECT_TRUE(window->statusBar()->currentMessage().startsWith(QStringLiteral("Volume: ")))
         << window->statusBar()->currentMessage().toStdString();
 }
 
-TEST_F(AppTest, InsertPutsEachTypeOfControlOnAnEmptyPageAndParametersFromAFileOnlyWhenItReads)
+TEST_F(AppTest, InsertNumbersControlsAfterTheirKindOnTheLayoutAndReadsParametersOnlyWhenTheyRead)
 {
     window->NewLayout();
     for (int type = 0; type < kControlTypeCount; ++type)
         window->InsertControl(type);
+    window->InsertControl(kFader);
     answers = {"Ok", "Save", "Inserted.VornOsc"};
     window->InsertParametersFrom(QStringLiteral(DATA_DIR "/parameters-without-place.json"));
     window->InsertParametersFrom(QStringLiteral(DATA_DIR "/parameters.json"));
@@ -73,34 +83,211 @@ TEST_F(AppTest, InsertPutsEachTypeOfControlOnAnEmptyPageAndParametersFromAFileOn
                                         "not inserted: in parameter 1, \"x\" is missing.",
                                         "Save the changes to \u201cNew\u201d before closing?"}));
     const ControlList controls = ControlsOfLayout(folder / "Inserted.VornOsc");
-    ASSERT_EQ(controls.size(), 6u);
+    ASSERT_EQ(controls.size(), 7u);
     EXPECT_STREQ(controls[0]->command, "/TRVX/ID2/SetVal/Ctl74");
+    EXPECT_STREQ(controls[1]->name, "Fader 2");
+    EXPECT_STREQ(controls[1]->command, "/TRVX/ID1/SetVal/Ctl6");
     for (std::size_t type = 0; type < kControlTypeCount; ++type) {
-        EXPECT_EQ(controls[5 - type]->type, type);
-        EXPECT_GE(controls[5 - type]->y, 40) << "below the title strip";
+        EXPECT_EQ(controls[6 - type]->type, type);
+        EXPECT_EQ(controls[6 - type]->name, ControlTypes[type] + std::string(" 1"));
+        EXPECT_EQ(controls[6 - type]->controlNumber, type + 1);
+        EXPECT_GE(controls[6 - type]->y, 40) << "below the title strip";
     }
+
+    // Numbers follow the layout's own, not those of other layouts.
+    Open(WriteLayout("Numbered.VornOsc",
+                     {{{"at", {0, 50, 40, 40}}, {"type", "fader"}, {"name", "Fader 41"}},
+                      {{"at", {50, 50, 40, 40}}, {"type", "fader"}, {"name", "Fader 9x"}},
+                      {{"at", {100, 50, 40, 40}}, {"type", "knob"}, {"name", "Fader 99999"}}}));
+    window->InsertControl(kFader);
+    window->InsertControl(kKnob);
+    answers = {"Save"};
+    Frame().close();
+    const ControlList numbered = ControlsOfLayout(folder / "Numbered.VornOsc");
+    ASSERT_EQ(numbered.size(), 5u);
+    EXPECT_EQ(std::string(numbered[1]->name) + ", " + numbered[0]->name, "Fader 42, Knob 1");
 }
 
-TEST_F(AppTest, OpenRecentOffersTheLayoutsOpenedLatestFirstAndToForgetOneThatIsGone)
+TEST_F(AppTest, OpenRecentListsTheLayoutsOpenedAndSavedLatestFirstAndForgetsThoseThatAreGone)
 {
     const std::string first = CopyOfExample("First.VornOsc");
     const std::string second = CopyOfExample("Second.VornOsc");
-    Open(first);
-    Open(second);
-    EXPECT_EQ(window->RecentFiles(),
-              (QStringList{QString::fromStdString(second), QString::fromStdString(first)}));
     QMenu* recent = window->menuBar()->actions().front()->menu()->findChild<QMenu*>();
     Q_EMIT recent->aboutToShow();
-    ASSERT_EQ(recent->actions().size(), 2);
+    ASSERT_EQ(recent->actions().size(), 1);
+    EXPECT_FALSE(recent->actions().front()->isEnabled());
+    Open(first);
+    Open(second);
+    window->NewLayout();
+    answers = {"Third.VornOsc"};
+    window->SaveLayout();
+    const std::string third = folder / "Third.VornOsc";
+    EXPECT_EQ(window->RecentFiles(),
+              (QStringList{QString::fromStdString(third), QString::fromStdString(second),
+                           QString::fromStdString(first)}));
+    Q_EMIT recent->aboutToShow();
+    ASSERT_EQ(recent->actions().size(), 3);
+    EXPECT_TRUE(recent->isEnabled());
     recent->actions().back()->trigger();
     EXPECT_EQ(Frame().LayoutPath().toStdString(), first);
 
     std::filesystem::remove(second);
-    answers = {"Yes"};
-    recent->actions().front()->trigger();
-    EXPECT_TRUE(answers.empty());
-    EXPECT_EQ(window->RecentFiles(), QStringList{QString::fromStdString(first)});
-    EXPECT_EQ(window->Frames().size(), 3) << "nothing more opened";
+    Q_EMIT recent->aboutToShow();
+    ASSERT_EQ(recent->actions().size(), 2) << "a layout that is gone is not offered";
+    std::filesystem::remove(first);
+    answers = {"Ok"};
+    recent->actions().front()->trigger();  // First, opened latest
+    EXPECT_EQ(answered, std::vector<std::string>{"\u201c<folder>/First.VornOsc\u201d is no longer "
+                                                 "there; it has left Open Recent."});
+    EXPECT_EQ(window->RecentFiles(), QStringList{QString::fromStdString(third)});
+    EXPECT_EQ(window->Frames().size(), 4) << "nothing more opened";
+}
+
+TEST_F(AppTest, LayoutsFillTheWorkAreaAndTheWindowMenuListsCyclesTilesAndCascadesThem)
+{
+    Open(CopyOfExample("One.VornOsc"));
+    Open(CopyOfExample("Two.VornOsc"));
+    QMenu* windows = MenuTitled(*window, QStringLiteral("&Window"));
+    ASSERT_NE(windows, nullptr);
+    const auto listed = [windows] {
+        Q_EMIT windows->aboutToShow();
+        std::vector<std::string> items;
+        for (const QAction* item : windows->actions())
+            items.push_back(item->text().toStdString() + (item->isChecked() ? " (here)" : ""));
+        return items;
+    };
+    EXPECT_TRUE(Frame().isMaximized());
+    EXPECT_EQ(listed(),
+              (std::vector<std::string>{"&Tile", "&Cascade", "", "&Next Layout", "&Previous Layout",
+                                        "", "&1 One - OSC Editor", "&2 Two - OSC Editor (here)"}));
+    QTest::keyClick(window.get(), Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(Frame().windowTitle(), QStringLiteral("One[*] - OSC Editor"));
+    EXPECT_TRUE(Frame().isMaximized());
+    QTest::keyClick(window.get(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(Frame().windowTitle(), QStringLiteral("Two[*] - OSC Editor"));
+    windows->actions()[6]->trigger();
+    EXPECT_EQ(Frame().windowTitle(), QStringLiteral("One[*] - OSC Editor"));
+    windows->actions()[0]->trigger();
+    for (const EditorFrame* frame : window->Frames())
+        EXPECT_FALSE(frame->isMaximized()) << "tiled";
+}
+
+TEST_F(AppTest, EachKeyHasOneItemAndTheKeysForClosingSavingAndDeletingDoWhatTheySay)
+{
+    Open(CopyOfExample("Keys.VornOsc"));
+    std::vector<QAction*> items;
+    CollectItems(window->menuBar()->actions(), items);
+    CollectItems(Frame().systemMenu()->actions(), items);
+    CollectItems(TheModuleMenu()->actions(), items);
+    std::map<std::string, std::string> bound;
+    for (const nlohmann::json& key : Cases(DATA_DIR "/app.json", "editorKeys"))
+        bound[key] = "the editor's key";
+    for (const QAction* item : items) {
+        for (const QKeySequence& key : item->shortcuts()) {
+            const std::string name = key.toString().toStdString();
+            const auto [place, added] = bound.emplace(name, item->text().toStdString());
+            EXPECT_TRUE(added || place->second == item->text().toStdString())
+                << name << " is both " << place->second << " and " << item->text().toStdString();
+        }
+    }
+    EXPECT_EQ(bound.count("Ctrl+D"), 0u) << "kept for Duplicate";
+
+    const auto press = [this](QKeyCombination key) {
+        // The offscreen platform does not give the keyboard back when a box closes, as a window
+        // system does: the layout's editor takes it again, as after a click.
+        if (QApplication::focusWidget() == nullptr && !window->Frames().isEmpty()) {
+            QApplication::setActiveWindow(window.get());
+            Frame().Editor()->setFocus();
+        }
+        QTest::keyClick(window.get(), key.key(), key.keyboardModifiers());
+        QCoreApplication::processEvents();
+    };
+    const std::size_t count = ControlsOfLayout(folder / "Keys.VornOsc").size();
+    Drag({64, 200}, {64, 200});  // selects Level 1
+    press(Qt::CTRL | Qt::Key_D);
+    EXPECT_TRUE(answered.empty()) << "no question: nothing deleted";
+    answers = {"No", "Yes"};
+    press(QKeyCombination(Qt::Key_Delete));
+    press(QKeyCombination(Qt::Key_Backspace));
+    EXPECT_EQ(answered.size(), 2u);
+    answers = {"Save"};
+    press(Qt::CTRL | Qt::Key_W);
+    EXPECT_TRUE(window->Frames().isEmpty());
+    EXPECT_EQ(ControlsOfLayout(folder / "Keys.VornOsc").size(), count - 1);
+
+    window->NewLayout();
+    answers = {"Saved.VornOsc"};
+    press(Qt::CTRL | Qt::Key_S);
+    EXPECT_TRUE(answers.empty()) << "Save asked for a name";
+    EXPECT_TRUE(std::filesystem::exists(folder / "Saved.VornOsc"));
+    EXPECT_EQ(Frame().LayoutPath().toStdString(), folder / "Saved.VornOsc");
+}
+
+TEST_F(AppTest, TitlesMarkUnsavedChangesAndAboutNamesTheVersions)
+{
+    Open(CopyOfExample("Show.VornOsc"));
+    // The frame's title, and the main window's as shown, which takes the maximized frame's.
+    const auto titles = [this] {
+        QCoreApplication::processEvents();
+        return Frame().ShownTitle().toStdString() + " | " +
+               window->windowHandle()->title().toStdString();
+    };
+    EXPECT_EQ(titles(), "Show - OSC Editor | vornosc - [Show - OSC Editor]");
+    window->InsertControl(kFader);
+    EXPECT_EQ(titles(), "Show* - OSC Editor | vornosc - [Show* - OSC Editor]");
+    window->SaveLayout();
+    EXPECT_EQ(titles(), "Show - OSC Editor | vornosc - [Show - OSC Editor]");
+    answers = {"Discard"};
+    Drag({64, 200}, {74, 210});
+    EXPECT_EQ(titles(), "Show* - OSC Editor | vornosc - [Show* - OSC Editor]");
+    Frame().close();
+    std::sort(buttons.begin(), buttons.end());
+    EXPECT_EQ(buttons, (std::vector<std::string>{"Cancel", "Don't Save", "Save"}));
+    EXPECT_EQ(window->windowHandle()->title(), QStringLiteral("vornosc"));
+
+    const QString about = MainWindow::AboutText();
+    for (const char* part : {"vornosc 0.1\n", "Qt 6.", "libzip 1.", "liblo 0."})
+        EXPECT_TRUE(about.contains(QString::fromUtf8(part))) << about.toStdString();
+}
+
+TEST_F(AppTest, EachLayoutReopensForTheDeviceItWasKeptForAndPathsAndFoldersAreTheUsers)
+{
+    // Started on nothing, a new layout is ready; on a name, the layout of the working folder.
+    const std::filesystem::path working = std::filesystem::current_path();
+    std::filesystem::current_path(folder.path());
+    window->Start({}, "");
+    ASSERT_EQ(window->Frames().size(), 1);
+    EXPECT_TRUE(Frame().IsNeverSaved());
+    answers = {""};
+    Pick(ID_FILE_SAVE_AS);
+    const std::string documents =
+        QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation).toStdString();
+    EXPECT_EQ(fileFolders, std::vector<std::string>{documents + "/vornosc/OSC"});
+    CopyOfExample("Phone.VornOsc");
+    window->Start({"Phone.VornOsc"}, "");
+    EXPECT_EQ(Frame().LayoutPath().toStdString(), folder / "Phone.VornOsc");
+    EXPECT_EQ(Frame().Device(), 1) << "a layout never kept opens for the iPad";
+
+    answers = {"device=iPhone/iPod Touch"};
+    Pick(ID_OSCEDITOR_PAGEPROPERTIES);
+    window->SaveLayout();
+    CopyOfExample("Closed.VornOsc");
+    Open(folder / "Closed.VornOsc");
+    answers = {"device=iPhone/iPod Touch", "Save"};
+    Pick(ID_OSCEDITOR_PAGEPROPERTIES);
+    Frame().close();
+    for (QMdiSubWindow* frame : window->Frames())
+        delete frame;
+    for (const std::string name : {"Phone.VornOsc", "Closed.VornOsc"}) {
+        Open(folder / name);
+        EXPECT_EQ(Frame().Device(), 0) << name;
+        EXPECT_FALSE(Frame().IsModified()) << name;
+    }
+    answers = {""};
+    QApplication::setActiveWindow(window.get());  // taken by the last box, as above
+    QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier);
+    EXPECT_EQ(fileFolders.back(), folder.path().string()) << "Open starts beside the last layout";
+    std::filesystem::current_path(working);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 // did not choose to give up; until then a recovery copy keeps it.
 #include "AppFixture.h"
 #include "document/ControlTables.h"
-#include "editor/CommandIds.h"
 
 #include <QCoreApplication>
 
@@ -34,7 +33,7 @@ TEST_F(AppTest, ClosingAndQuittingSaveDiscardOrKeepEachChangedLayoutAsAnsweredWi
         else if (action == "close")
             Frame().close();
         else if (action == "save")
-            Pick(ID_FILE_SAVE);
+            window->SaveLayout();
         EXPECT_TRUE(answers.empty());
         EXPECT_EQ(answered, c.value("asked", std::vector<std::string>()));
         ASSERT_EQ(window->Frames().size(), c["frames"]);

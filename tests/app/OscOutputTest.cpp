@@ -53,6 +53,7 @@ TEST(OscTarget, TheDialogShowsTheTargetAndAllowsOkOnlyForAHostAndPortThatRead)
 {
     OscSettingsDialog dialog({"my host", 8000});
     const QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("OSC Target"));  // the Settings item's own name
     EXPECT_EQ(ToString(dialog.Target()), "my host:8000");
     EXPECT_FALSE(ok->isEnabled());
     // Each field typed as a user does: select all, erase, type. A port the box refuses leaves the

@@ -2,6 +2,7 @@
 // next start.
 #include "AppFixture.h"
 
+#include <QCoreApplication>
 #include <QProcess>
 #include <QThread>
 
@@ -12,11 +13,13 @@ namespace {
 
 TEST_F(AppTest, AKilledApplicationsUnsavedLayoutIsOfferedOnceAtTheNextStartToReopenOrDiscard)
 {
-    const std::string layout = CopyOfExample("Live.VornOsc");
+    CopyOfExample("Live.VornOsc");
     QProcess vornosc;
+    // Named as typed in the layout's folder: the copy keeps where the layout is.
+    vornosc.setWorkingDirectory(QString::fromStdString(folder.path()));
     vornosc.start(QStringLiteral(VORNOSC_BINARY),
                   {QStringLiteral("--insert"), QStringLiteral(DATA_DIR "/parameters.json"),
-                   QString::fromStdString(layout)});
+                   QStringLiteral("Live.VornOsc")});
     ASSERT_TRUE(vornosc.waitForStarted());
     const QString killed = RecoveryFolder(vornosc.processId());
     for (int wait = 0; wait < 200 && QDir(killed, QStringLiteral("*.VornOsc")).isEmpty(); ++wait)
@@ -47,6 +50,35 @@ TEST_F(AppTest, AKilledApplicationsUnsavedLayoutIsOfferedOnceAtTheNextStartToReo
     answers = {"Discard"};
     window->OfferRecovery();
     EXPECT_EQ(answers.size(), 1u) << "nothing is left to offer: no question";
+}
+
+TEST_F(AppTest, AMoveWithTheMouseIsAChangeAskedAboutBeforeClosingKeptInACopyAndOfferedAfterACrash)
+{
+    Open(CopyOfExample("Moved.VornOsc"));
+    Drag({64, 200}, {164, 200});  // Level 1, from x 44 to 144
+    window->KeepRecoveryCopies();
+    const QString copies = RecoveryFolder(QCoreApplication::applicationPid());
+    EXPECT_EQ(QDir(copies, QStringLiteral("*.VornOsc")).count(), 1);
+    answers = {"Cancel"};
+    Frame().close();
+    EXPECT_EQ(answered, std::vector<std::string>{
+                            "Save the changes to \u201cMoved.VornOsc\u201d before closing?"});
+
+    // The copies of a run that stopped without quitting, under a process that is gone.
+    QProcess gone;
+    gone.start(QStringLiteral("true"));
+    ASSERT_TRUE(gone.waitForStarted());
+    const qint64 run = gone.processId();
+    gone.waitForFinished();
+    std::filesystem::copy(copies.toStdString(), RecoveryFolder(run).toStdString());
+    answers = {"Open"};
+    window->OfferRecovery();
+    ASSERT_EQ(window->Frames().size(), 2);
+    for (const auto& control : ControlsOfLayout(Frame().LayoutPath().toStdString())) {
+        if (std::string_view(control->name) == "Level 1") {
+            EXPECT_EQ(control->x, 144);
+        }
+    }
 }
 
 }  // namespace

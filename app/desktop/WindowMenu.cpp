@@ -1,0 +1,37 @@
+#include "WindowMenu.h"
+
+#include "EditorFrame.h"
+
+#include <QMdiArea>
+
+WindowMenu::WindowMenu(QMdiArea& area, QWidget* parent)
+    : QMenu(QStringLiteral("&Window"), parent), area_(area)
+{
+    addAction(QStringLiteral("&Tile"), &area_, &QMdiArea::tileSubWindows);
+    addAction(QStringLiteral("&Cascade"), &area_, &QMdiArea::cascadeSubWindows);
+    addSeparator();
+    addAction(QStringLiteral("&Next Layout"), QKeySequence(Qt::CTRL | Qt::Key_Tab), &area_,
+              &QMdiArea::activateNextSubWindow);
+    addAction(QStringLiteral("&Previous Layout"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab),
+              &area_, &QMdiArea::activatePreviousSubWindow);
+    addSeparator();
+    connect(this, &QMenu::aboutToShow, this, &WindowMenu::ListLayouts);
+}
+
+void WindowMenu::ListLayouts()
+{
+    for (QAction* item : std::exchange(listed_, {}))
+        delete item;
+    int number = 0;
+    for (QMdiSubWindow* window : area_.subWindowList()) {
+        auto* frame = qobject_cast<EditorFrame*>(window);
+        if (frame == nullptr)
+            continue;
+        const QString title = frame->ShownTitle().replace(QLatin1Char('&'), QStringLiteral("&&"));
+        QAction* item = addAction(QStringLiteral("&%1 %2").arg(++number).arg(title), &area_,
+                                  [this, frame] { area_.setActiveSubWindow(frame); });
+        item->setCheckable(true);
+        item->setChecked(frame == area_.activeSubWindow());
+        listed_.append(item);
+    }
+}

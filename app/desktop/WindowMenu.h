@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QMenu>
+
+class QMdiArea;
+
+// The Window menu: tile or cascade the layouts' frames, go to the next or
+// previous one, or to one chosen from the list of open layouts.
+class WindowMenu : public QMenu {
+    Q_OBJECT
+
+public:
+    WindowMenu(QMdiArea& area, QWidget* parent);
+
+private:
+    void ListLayouts();
+
+    QMdiArea& area_;
+    QList<QAction*> listed_;
+};
