@@ -116,11 +116,11 @@ void MainWindow::BuildMenus()
                          &MainWindow::OpenWithDialog);
     recentMenu_ = fileMenu_->addMenu(QStringLiteral("Open &Recent"));
     connect(recentMenu_, &QMenu::aboutToShow, this, &MainWindow::FillRecentMenu);
-    QAction* close = fileMenu_->addAction(QStringLiteral("&Close"), this, [this] {
+    closeAction_ = fileMenu_->addAction(QStringLiteral("&Close"), this, [this] {
         if (EditorFrame* frame = ActiveFrame())
             frame->close();
     });
-    close->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_F4)});
+    closeAction_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_F4)});
     fileMenu_->addSeparator();
     // Save stands in for the module's, which stays off for a layout never
     // saved: this one asks for a name first.
@@ -131,7 +131,7 @@ void MainWindow::BuildMenus()
                          &QWidget::close);
     connect(fileMenu_, &QMenu::aboutToShow, this, [this] {
         UpdateMenu(fileMenu_);
-        RefreshSaveAction();
+        RefreshFileActions();
     });
 
     insertMenu_ = menuBar()->addMenu(QStringLiteral("&Insert"));
@@ -222,9 +222,10 @@ void MainWindow::UpdateMenu(QMenu* menu)
     }
 }
 
-void MainWindow::RefreshSaveAction()
+void MainWindow::RefreshFileActions()
 {
     const EditorFrame* frame = ActiveFrame();
+    closeAction_->setEnabled(frame != nullptr);
     saveAction_->setEnabled(frame != nullptr && (frame->IsNeverSaved() || frame->IsModified()));
 }
 
@@ -489,7 +490,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::ShortcutOverride && module_.menu != nullptr &&
         *module_.menu != nullptr) {
         UpdateMenu(*module_.menu);
-        RefreshSaveAction();
+        RefreshFileActions();
     }
     // The editor's Help command asks the application for its help topic.
     MessageEvent* message = watched == qApp ? MessageEvent::From(event) : nullptr;

@@ -74,7 +74,7 @@ private:
     // Notes a layout kept in its file: in Open Recent, with its device.
     void NoteKept(const EditorFrame& frame);
     void RefreshTitles();
-    void RefreshSaveAction();
+    void RefreshFileActions();
     void PasteRecords(const std::vector<const _OSCParms*>& records);
     void FillRecentMenu();
     // Opens a recent layout, or forgets one that is gone.
@@ -94,6 +94,7 @@ private:
     QMenu* insertMenu_ = nullptr;
     QMenu* helpMenu_ = nullptr;
     QAction* saveAction_ = nullptr;       // the application's own Save
+    QAction* closeAction_ = nullptr;
     QAction* moduleFilePlace_ = nullptr;  // where the module's file commands go
     EditorFrame* newFrame_ = nullptr;     // the frame made last, until it is shown
     QTimer titleRefresh_;                 // coalesces the title updates after input

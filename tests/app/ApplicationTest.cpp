@@ -213,6 +213,13 @@ TEST_F(AppTest, EachKeyHasOneItemAndTheKeysForClosingSavingAndDeletingDoWhatThey
     answers = {"Save"};
     press(Qt::CTRL | Qt::Key_W);
     EXPECT_TRUE(window->Frames().isEmpty());
+    QMenu* file = window->menuBar()->actions().front()->menu();
+    Q_EMIT file->aboutToShow();
+    for (const QAction* item : file->actions()) {
+        if (item->text() == QStringLiteral("&Close") || item->text() == QStringLiteral("&Save")) {
+            EXPECT_FALSE(item->isEnabled()) << "nothing to close or save";
+        }
+    }
     EXPECT_EQ(ControlsOfLayout(folder / "Keys.VornOsc").size(), count - 1);
 
     window->NewLayout();
