@@ -43,6 +43,12 @@ TEST_F(AppTest, TestModeSendsEachControlsOwnAddressAsATouchSurfaceDoes)
 {
     const nlohmann::json c = Cases(DATA_DIR "/app.json", "testMode")[0];
     ASSERT_TRUE(Open(WriteLayout("Surface.VornOsc", c["controls"])));
+    // One address typed into the control's dialog, as a user gives it.
+    const QPoint typedAt(c["typed"]["at"][0], c["typed"]["at"][1]);
+    Mouse(QEvent::MouseButtonPress, typedAt, Qt::LeftButton);
+    Mouse(QEvent::MouseButtonRelease, typedAt, Qt::NoButton);
+    answers = {c["typed"]["answer"]};
+    Pick(ID_OSCEDITOR_PROPERTIES);
     Pick(ID_OSCTESTMODE);
     // Each step a click [x, y] or a drag [x, y, x2, y2], released where it ends.
     for (const nlohmann::json& step : c["steps"]) {
