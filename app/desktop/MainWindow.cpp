@@ -94,6 +94,9 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
 MainWindow::~MainWindow()
 {
     qApp->removeEventFilter(this);
+    // The area outlives this class's part of the window and still reports
+    // its frames going: nobody here is left to hear it.
+    area_->disconnect(this);
 }
 
 QString MainWindow::AboutText()
