@@ -5,6 +5,7 @@
 #include "LayoutPath.h"
 #include "ModuleEntry.h"
 #include "document/LayoutFile.h"
+#include "document/ReceivedValues.h"
 #include "document/TextField.h"
 #include "host/Messages.h"
 #include "host/Toolkit.h"
@@ -299,6 +300,16 @@ std::intptr_t TVornOSCEditor::OnHostRequest(std::intptr_t* words)
             return WriteCopy(reinterpret_cast<const char*>(words[kRequestCopyPathWord])) ? 1 : 0;
         case kRequestDevice:
             return project.device;
+        case kRequestSetValues: {
+            const auto* address = reinterpret_cast<const char*>(words[kRequestAddressWord]);
+            const auto* value = reinterpret_cast<const ReceivedValue*>(words[kRequestValueWord]);
+            if (address == nullptr || value == nullptr)
+                return 0;
+            const ValuesSet set = SetValuesAt(project, address, *value);
+            if (set.onCurrentPage)
+                view.update();
+            return set.controls;
+        }
         case kRequestSetDevice:
             // The host restores what the layout file cannot keep: no change of the user's.
             project.device = words[kRequestDeviceWord] != 0 ? 1 : 0;

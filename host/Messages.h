@@ -46,6 +46,11 @@ enum HostRequestCode : std::intptr_t {
     // set from word 1 without marking the layout changed.
     kRequestDevice = 68,      // 'D'
     kRequestSetDevice = 100,  // 'd'
+    // Ours, for a host that listens for OSC: the test-mode value of every
+    // control whose address is the text in word 8 is set from the
+    // ReceivedValue in word 9, on every page; the layout itself does not
+    // change. Answers how many controls were set.
+    kRequestSetValues = 86,  // 'V'
 };
 
 // Words of the editor-open request: the menu and the accelerator table.
@@ -53,6 +58,9 @@ constexpr int kRequestMenuWord = 8;
 constexpr int kRequestAcceleratorsWord = 9;
 // Word of the set-device request: the device, 0 or 1.
 constexpr int kRequestDeviceWord = 1;
+// Words of the set-values request: the address and the value.
+constexpr int kRequestAddressWord = 8;
+constexpr int kRequestValueWord = 9;
 // Word of the copy request: the path to write to.
 constexpr int kRequestCopyPathWord = 8;
 // Words of the path request: the folder and name buffers, 256 bytes each.
@@ -94,4 +102,12 @@ struct OperatedControl {
     std::int32_t maxValue;
     std::int32_t value;  // after the control's value rule ran for this phase
     Phase phase;
+};
+
+// A value received for an address: a number, taken into each control's range,
+// or on and off, its maximum and minimum.
+struct ReceivedValue {
+    enum Kind : int { kNumber = 0, kOn = 1, kOff = 2 };
+    Kind kind;
+    double number;  // for kNumber
 };

@@ -5,9 +5,11 @@
 #include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
+#include "document/ReceivedValues.h"
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstring>
 #include <functional>
 #include <map>
@@ -27,6 +29,8 @@ std::string Names(const ControlList& controls)
 
 // The host of every edit, for the size limit mode.
 FakeHost host;
+// What the last value received set.
+ValuesSet received;
 
 // The editing operations by name, with their arguments from a case's step.
 using Operation = std::function<void(OSCProject&, const json& step)>;
@@ -57,6 +61,14 @@ const std::map<std::string, Operation> kOperations{
     {"SearchAndReplace",
      [](OSCProject& p, const json& s) {
          p.SearchAndReplace(s[1].get<std::string>(), s[2].get<std::string>(), s[3], s[4]);
+     }},
+    {"Receive",
+     [](OSCProject& p, const json& s) {
+         const ReceivedValue value = s[2] == "on"    ? ReceivedValue{ReceivedValue::kOn, 0}
+                                     : s[2] == "off" ? ReceivedValue{ReceivedValue::kOff, 0}
+                                     : s[2] == "nan" ? ReceivedValue{ReceivedValue::kNumber, NAN}
+                                                     : ReceivedValue{ReceivedValue::kNumber, s[2]};
+         received = SetValuesAt(p, s[1].get<std::string>(), value);
      }},
     {"HostRecords",
      [](OSCProject&, const json& s) {
@@ -112,6 +124,9 @@ TEST(Editing, EachEditLeavesTheProjectAndTheClipboardAsTheCaseSays)
         for (const json& point : c.value("hits", json::array())) {
             const OSCControl* hit = project.GetAt(point[0], point[1]);
             EXPECT_EQ(hit ? hit->name : "", point[2]) << point;
+        }
+        if (c.contains("set")) {
+            EXPECT_EQ(json({received.controls, received.onCurrentPage}), c["set"]);
         }
         if (c.contains("clipboard")) {
             EXPECT_EQ(Names(*GetControlClipboard()), c["clipboard"]);
