@@ -22,10 +22,15 @@ constexpr int kExitCannotStart = 1;
 constexpr int kExitUsage = 2;
 
 const char* const kDesktopHelp =
-    "Usage: vornosc [--osc-target HOST:PORT] [--insert PARAMETERS.json] [LAYOUT...]\n"
+    "Usage: vornosc [--osc-target HOST:PORT] [--osc-listen [HOST:]PORT] [--insert "
+    "PARAMETERS.json]\n"
+    "               [LAYOUT...]\n"
     "Opens the editor on the given layouts, or on a new one.\n\n"
     "  --osc-target HOST:PORT  where test mode sends its OSC messages\n"
     "                          (default: the last one chosen, first 127.0.0.1:9000)\n"
+    "  --osc-listen [HOST:]PORT  listens for OSC on that port (of every interface, or\n"
+    "                          of HOST) for this run: values sent to a control's\n"
+    "                          address move it (default: as Settings > OSC Input says)\n"
     "  --insert PARAMETERS.json  puts the controls of a host's parameter list on the\n"
     "                          last layout, as Insert > Parameters from file does\n"
     "  --help                  show this help\n"
@@ -44,6 +49,7 @@ bool HasDisplay()
 struct DesktopArguments {
     std::vector<std::string> layouts;
     std::string oscTarget;
+    std::string oscListen;
     std::string insert;
     bool help = false;
     bool version = false;
@@ -57,13 +63,16 @@ bool ParseDesktopArguments(int argc, char* argv[], DesktopArguments& arguments, 
             arguments.help = true;
         } else if (arg == "--version") {
             arguments.version = true;
-        } else if (arg == "--osc-target" || arg == "--insert") {
+        } else if (arg == "--osc-target" || arg == "--osc-listen" || arg == "--insert") {
             if (i + 1 == argc) {
-                error = arg == "--insert" ? "--insert needs a parameter file"
-                                          : "--osc-target needs HOST:PORT";
+                error = arg == "--insert"       ? "--insert needs a parameter file"
+                        : arg == "--osc-listen" ? "--osc-listen needs [HOST:]PORT"
+                                                : "--osc-target needs HOST:PORT";
                 return false;
             }
-            (arg == "--insert" ? arguments.insert : arguments.oscTarget) = argv[++i];
+            (arg == "--insert"       ? arguments.insert
+             : arg == "--osc-listen" ? arguments.oscListen
+                                     : arguments.oscTarget) = argv[++i];
         } else if (arg.rfind("--", 0) == 0) {
             error = "unknown option \"" + arg + "\"";
             return false;
@@ -83,7 +92,7 @@ bool WantsDesktop(int argc, const char* const argv[])
     const std::string first = argv[1];
     // A mistyped command still gets the command line's answer.
     return !NamesACommand(argv[1]) &&
-           (first == "--osc-target" || first == "--insert" ||
+           (first == "--osc-target" || first == "--osc-listen" || first == "--insert" ||
             EndsWithIgnoringCase(first, ".vornosc") || std::filesystem::is_regular_file(first));
 }
 
@@ -124,6 +133,19 @@ int RunDesktop(int argc, char* argv[])
     QSettings settings;
     MainWindow window(module, target ? *target : LoadOscTarget(settings));
     window.show();
+    // A listening port that cannot be had is said, and the editor goes on without input.
+    std::optional<OscInput> input = LoadOscInput(settings);
+    if (!arguments.oscListen.empty())
+        input = ParseOscListen(arguments.oscListen, error);
+    QString refusal = QString::fromStdString(error);
+    if (!input || !window.ListenFor(*input, refusal)) {
+        const std::string place = arguments.oscListen.empty()
+                                      ? "Settings > OSC Input"
+                                      : "--osc-listen " + arguments.oscListen;
+        std::fprintf(stderr, "vornosc: %s: %s\n", place.c_str(), refusal.toUtf8().constData());
+        std::fflush(stderr);
+        window.SayInputRefused(refusal);
+    }
     window.Start(arguments.layouts, arguments.insert);
     return application.exec();
 }

@@ -91,6 +91,15 @@ void EditorFrame::SetDevice(int device)
     Request(kRequestSetDevice, kRequestDeviceWord, device);
 }
 
+int EditorFrame::SetValues(const char* address, const ReceivedValue& value)
+{
+    HostRequest request;
+    request.words[0] = kRequestSetValues;
+    request.words[kRequestAddressWord] = reinterpret_cast<std::intptr_t>(address);
+    request.words[kRequestValueWord] = reinterpret_cast<std::intptr_t>(&value);
+    return static_cast<int>(Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request)));
+}
+
 std::intptr_t EditorFrame::Request(std::intptr_t code, int index, std::intptr_t word) const
 {
     HostRequest request;

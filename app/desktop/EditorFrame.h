@@ -5,6 +5,7 @@
 #include <cstdint>
 
 class DesktopHost;
+struct ReceivedValue;
 
 // The frame of one editor in the main window: it takes the editor the module
 // hands it, shows its title with a "*" while the layout has unsaved changes,
@@ -32,6 +33,8 @@ public:
     // The layout's target device (0 or 1), which its file does not keep.
     int Device() const;
     void SetDevice(int device);
+    // Sets the test-mode value of the controls at address; answers how many.
+    int SetValues(const char* address, const ReceivedValue& value);
     // The title as the frame shows it: the editor's, with a "*" after the
     // layout's name while it has unsaved changes.
     QString ShownTitle() const;

@@ -6,6 +6,7 @@
 #include "LayoutCheck.h"
 #include "ModuleLibrary.h"
 #include "WindowMenu.h"
+#include "app/osc/OscInputDialog.h"
 #include "app/osc/OscMonitor.h"
 #include "app/osc/OscSettings.h"
 #include "app/osc/OscSettingsDialog.h"
@@ -31,6 +32,7 @@
 #include <QStandardPaths>
 #include <QStatusBar>
 #include <QTemporaryDir>
+#include <QTime>
 
 #include <zip.h>
 
@@ -81,6 +83,10 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     resizeDocks({dock}, {150}, Qt::Vertical);
     statusBar()->showMessage(QStringLiteral("Ready"));
     BuildMenus();
+    listener_.onMessage = [this](const OscMessageIn& message) { TakeReceived(message); };
+    listener_.onMalformed = [this] {
+        monitor_->ShowIgnored(ignoredMessages_, listener_.Malformed());
+    };
     qApp->installEventFilter(this);
     auto* recoveryTimer = new QTimer(this);
     connect(recoveryTimer, &QTimer::timeout, this, &MainWindow::KeepRecoveryCopies);
@@ -123,7 +129,8 @@ void MainWindow::BuildMenus()
         if (EditorFrame* frame = ActiveFrame())
             frame->close();
     });
-    closeAction_->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_F4)});
+    closeAction_->setShortcuts(
+        {QKeySequence(Qt::CTRL | Qt::Key_W), QKeySequence(Qt::CTRL | Qt::Key_F4)});
     fileMenu_->addSeparator();
     // Save stands in for the module's, which stays off for a layout never
     // saved: this one asks for a name first.
@@ -159,6 +166,7 @@ void MainWindow::BuildMenus()
 
     QMenu* settings = menuBar()->addMenu(QStringLiteral("&Settings"));
     settings->addAction(QStringLiteral("&OSC Target..."), this, &MainWindow::ChooseOscTarget);
+    settings->addAction(QStringLiteral("OSC &Input..."), this, &MainWindow::ChooseOscInput);
 
     helpMenu_ = menuBar()->addMenu(QStringLiteral("&Help"));
     helpMenu_->addAction(QStringLiteral("&About vornosc"), this, [this] {
@@ -461,6 +469,54 @@ void MainWindow::ChooseOscTarget()
     sender_.SetTarget(dialog.Target());
     QSettings settings;
     SaveOscTarget(settings, dialog.Target());
+}
+
+void MainWindow::ChooseOscInput()
+{
+    QSettings settings;
+    OscInputDialog dialog(LoadOscInput(settings), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    SaveOscInput(settings, dialog.Input());
+    QString error;
+    if (!ListenFor(dialog.Input(), error))
+        SayInputRefused(error);
+}
+
+bool MainWindow::ListenFor(const OscInput& input, QString& error)
+{
+    return listener_.Apply(input, error);
+}
+
+void MainWindow::SayInputRefused(const QString& reason)
+{
+    monitor_->AddError(reason, QTime::currentTime());
+    QMessageBox::warning(this, QStringLiteral("OSC Input"), reason);
+}
+
+void MainWindow::TakeReceived(const OscMessageIn& message)
+{
+    const QString address = QString::fromUtf8(message.address);
+    const OscArgument argument =
+        message.arguments.empty() ? OscArgument{} : message.arguments.front();
+    if (argument.kind == OscArgument::kOther) {
+        monitor_->ShowIgnored(++ignoredMessages_, listener_.Malformed());
+        return;
+    }
+    const ReceivedValue value{argument.kind == OscArgument::kTrue    ? ReceivedValue::kOn
+                              : argument.kind == OscArgument::kFalse ? ReceivedValue::kOff
+                                                                     : ReceivedValue::kNumber,
+                              argument.number};
+    int controls = 0;
+    for (EditorFrame* frame : Frames())
+        controls += frame->SetValues(message.address.c_str(), value);
+    QString shown = argument.kind == OscArgument::kTrue    ? QStringLiteral("true")
+                    : argument.kind == OscArgument::kFalse ? QStringLiteral("false")
+                                                           : QString::number(argument.number);
+    if (controls != 1)
+        shown += controls == 0 ? QStringLiteral(" (no control)")
+                               : QStringLiteral(" (%1 controls)").arg(controls);
+    monitor_->AddReceived(address, shown, QTime::currentTime());
 }
 
 bool MainWindow::event(QEvent* event)

@@ -3,6 +3,7 @@
 #include "DesktopHost.h"
 #include "LayoutHistory.h"
 #include "RecoveryKeeper.h"
+#include "app/osc/OscListener.h"
 #include "app/osc/OscSender.h"
 #include "host/OSCParms.h"
 
@@ -54,6 +55,12 @@ public:
     void KeepRecoveryCopies();
     OscMonitor& Monitor() const { return *monitor_; }
     OscSender& Sender() { return sender_; }
+    // Listens for OSC as input says, or stops; on failure it listens nowhere
+    // and gives the reason.
+    bool ListenFor(const OscInput& input, QString& error);
+    // Says in a box and in the monitor why the application does not listen.
+    void SayInputRefused(const QString& reason);
+    const OscListener& Listener() const { return listener_; }
     // The text of Help > About: the program's and its libraries' versions.
     static QString AboutText();
 
@@ -81,6 +88,10 @@ private:
     void OpenRecent(const QString& path);
     void OpenWithDialog();
     void ChooseOscTarget();
+    void ChooseOscInput();
+    // A received message sets the value of the controls at its address in
+    // every open layout; one without a value is counted and ignored.
+    void TakeReceived(const OscMessageIn& message);
 
     ModuleLibrary& module_;
     DesktopHost host_;
@@ -89,11 +100,13 @@ private:
     OscSender sender_;
     EditorArea* area_;
     OscMonitor* monitor_;
+    OscListener listener_;
+    int ignoredMessages_ = 0;
     QMenu* fileMenu_ = nullptr;
     QMenu* recentMenu_ = nullptr;
     QMenu* insertMenu_ = nullptr;
     QMenu* helpMenu_ = nullptr;
-    QAction* saveAction_ = nullptr;       // the application's own Save
+    QAction* saveAction_ = nullptr;  // the application's own Save
     QAction* closeAction_ = nullptr;
     QAction* moduleFilePlace_ = nullptr;  // where the module's file commands go
     EditorFrame* newFrame_ = nullptr;     // the frame made last, until it is shown

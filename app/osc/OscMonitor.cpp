@@ -1,6 +1,8 @@
 #include "OscMonitor.h"
 
+#include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTime>
@@ -10,17 +12,18 @@ namespace {
 
 constexpr int kMaxRows = 200;
 
-enum Column { kAddress, kValue, kTime, kColumnCount };
+enum Column { kDirection, kAddress, kValue, kTime, kColumnCount };
 
 }  // namespace
 
 OscMonitor::OscMonitor(QWidget* parent)
-    : QWidget(parent), table_(new QTableWidget(0, kColumnCount, this))
+    : QWidget(parent), table_(new QTableWidget(0, kColumnCount, this)), ignored_(new QLabel(this))
 {
-    table_->setHorizontalHeaderLabels({tr("Address"), tr("Value"), tr("Time")});
+    table_->setHorizontalHeaderLabels({tr("Dir."), tr("Address"), tr("Value"), tr("Time")});
     table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table_->setSelectionBehavior(QAbstractItemView::SelectRows);
     table_->verticalHeader()->hide();
+    table_->horizontalHeader()->setSectionResizeMode(kDirection, QHeaderView::ResizeToContents);
     table_->horizontalHeader()->setSectionResizeMode(kAddress, QHeaderView::Stretch);
     table_->horizontalHeader()->setSectionResizeMode(kValue, QHeaderView::ResizeToContents);
     table_->horizontalHeader()->setSectionResizeMode(kTime, QHeaderView::ResizeToContents);
@@ -29,19 +32,28 @@ OscMonitor::OscMonitor(QWidget* parent)
     clear->setObjectName(QStringLiteral("clear"));
     connect(clear, &QPushButton::clicked, table_, [this] { table_->setRowCount(0); });
 
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(ignored_, 1);
+    bottom->addWidget(clear);
     auto* column = new QVBoxLayout(this);
     column->addWidget(table_);
-    column->addWidget(clear, 0, Qt::AlignRight);
+    column->addLayout(bottom);
+    ShowIgnored(0, 0);
 }
 
 void OscMonitor::AddSent(const QString& address, std::int32_t value, const QTime& time)
 {
-    AddRow(address, QString::number(value), time);
+    AddRow(QStringLiteral("out"), address, QString::number(value), time);
+}
+
+void OscMonitor::AddReceived(const QString& address, const QString& value, const QTime& time)
+{
+    AddRow(QStringLiteral("in"), address, value, time);
 }
 
 void OscMonitor::AddError(const QString& text, const QTime& time)
 {
-    AddRow(text, QString(), time);
+    AddRow(QString(), text, QString(), time);
     for (int column = 0; column < kColumnCount; ++column)
         table_->item(0, column)->setForeground(Qt::red);
 }
@@ -61,9 +73,27 @@ QString OscMonitor::ValueAt(int row) const
     return table_->item(row, kValue)->text();
 }
 
-void OscMonitor::AddRow(const QString& address, const QString& value, const QTime& time)
+QString OscMonitor::DirectionAt(int row) const
+{
+    return table_->item(row, kDirection)->text();
+}
+
+void OscMonitor::ShowIgnored(int ignored, int malformed)
+{
+    ignored_->setText(
+        tr("Received and ignored: %1 without a value, %2 unreadable").arg(ignored).arg(malformed));
+}
+
+QString OscMonitor::IgnoredText() const
+{
+    return ignored_->text();
+}
+
+void OscMonitor::AddRow(const QString& direction, const QString& address, const QString& value,
+                        const QTime& time)
 {
     table_->insertRow(0);
+    table_->setItem(0, kDirection, new QTableWidgetItem(direction));
     table_->setItem(0, kAddress, new QTableWidgetItem(address));
     table_->setItem(0, kValue, new QTableWidgetItem(value));
     table_->setItem(0, kTime, new QTableWidgetItem(time.toString(QStringLiteral("HH:mm:ss.zzz"))));

@@ -22,3 +22,21 @@ void SaveOscTarget(QSettings& settings, const OscTarget& target)
 {
     settings.setValue(Key(), QString::fromStdString(ToString(target)));
 }
+
+OscInput LoadOscInput(QSettings& settings)
+{
+    OscInput input;
+    input.on = settings.value(QStringLiteral("osc/input/on"), false).toBool();
+    input.host = settings.value(QStringLiteral("osc/input/interface")).toString().toStdString();
+    const int port = settings.value(QStringLiteral("osc/input/port"), input.port).toInt();
+    if (port >= 1 && port <= 65535)
+        input.port = port;
+    return input;
+}
+
+void SaveOscInput(QSettings& settings, const OscInput& input)
+{
+    settings.setValue(QStringLiteral("osc/input/on"), input.on);
+    settings.setValue(QStringLiteral("osc/input/interface"), QString::fromStdString(input.host));
+    settings.setValue(QStringLiteral("osc/input/port"), input.port);
+}

@@ -74,3 +74,19 @@ std::string ToString(const OscTarget& target)
     const std::string host = ipv6 ? "[" + target.host + "]" : target.host;
     return host + ":" + std::to_string(target.port);
 }
+
+std::optional<OscInput> ParseOscListen(std::string_view text, std::string& error)
+{
+    const bool portOnly = text.find_first_of(":[") == std::string_view::npos;
+    std::string ignored;
+    const std::optional<OscTarget> target =
+        ParseOscTarget(portOnly ? "all:" + std::string(text) : std::string(text), ignored);
+    if (!target) {
+        error = "OSC input \"" + std::string(text) +
+                "\" is not [HOST:]PORT, for example 8000 or 127.0.0.1:8000, with a port from 1 "
+                "to " +
+                std::to_string(kLastPort) + ".";
+        return std::nullopt;
+    }
+    return OscInput{true, portOnly ? std::string() : target->host, target->port};
+}

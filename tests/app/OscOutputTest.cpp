@@ -90,12 +90,13 @@ TEST(OscSender, SendsEachValueAsOneInt32InOrderToTheTargetSetLastOrFailsNamingIt
     EXPECT_NE(error.find("no-such-host.invalid:9000"), std::string::npos) << error;
 }
 
-TEST(OscMonitor, ShowsTheLast200RowsNewestFirstAndErrorsInRedInRowsNobodyEditsUntilCleared)
+TEST(OscMonitor, ShowsTheLast200RowsInAndOutNewestFirstAndErrorsInRedInRowsNobodyEditsUntilCleared)
 {
     OscMonitor monitor;
     const QTime time(12, 34, 56, 789);
     monitor.AddSent(u"/TRVX/a"_s, 1, time);
     monitor.AddError(u"Could not send"_s, time);
+    monitor.AddReceived(u"/in"_s, u"0.5"_s, time);
     monitor.AddSent(u"/TRVX/b"_s, -5, time);
     const QTableWidget& table = *monitor.findChild<QTableWidget*>();
     QStringList shown;  // the headers, then each cell, marked when red
@@ -107,11 +108,12 @@ TEST(OscMonitor, ShowsTheLast200RowsNewestFirstAndErrorsInRedInRowsNobodyEditsUn
         }
     }
     EXPECT_EQ(shown.join(u'|'),
-              u"Address|Value|Time|/TRVX/b|-5|12:34:56.789|Could not send!|!|"
-              u"12:34:56.789!|/TRVX/a|1|12:34:56.789"_s);
-    EXPECT_EQ(monitor.AddressAt(1) + monitor.ValueAt(2), u"Could not send1"_s);
+              u"Dir.|Address|Value|Time|out|/TRVX/b|-5|12:34:56.789|in|/in|0.5|12:34:56.789|"
+              u"!|Could not send!|!|12:34:56.789!|out|/TRVX/a|1|12:34:56.789"_s);
+    EXPECT_EQ(monitor.AddressAt(2) + monitor.ValueAt(3) + monitor.DirectionAt(1),
+              u"Could not send1in"_s);
     EXPECT_EQ(table.editTriggers(), QAbstractItemView::NoEditTriggers);
-    for (int rows = 4; rows <= 201; ++rows) {
+    for (int rows = 5; rows <= 201; ++rows) {
         monitor.AddSent(u"/TRVX/c"_s, rows, time);
         ASSERT_EQ(monitor.Count(), std::min(rows, 200));
     }
