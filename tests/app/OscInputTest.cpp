@@ -1,15 +1,20 @@
 // OSC received in test mode: the packet reader on bytes, the listening
 // option's text, and the application moving its controls from a real sender.
 #include "AppFixture.h"
+#include "app/osc/OscInputDialog.h"
 #include "app/osc/OscListener.h"
 #include "app/osc/OscMonitor.h"
 #include "app/osc/OscPacket.h"
 #include "editor/CommandIds.h"
 
+#include <QCheckBox>
 #include <QCoreApplication>
+#include <QDialogButtonBox>
 #include <QElapsedTimer>
 #include <QHostAddress>
 #include <QImage>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QUdpSocket>
 
 #include <lo/lo.h>
@@ -135,6 +140,30 @@ TEST(OscInput, ListensOnAPortOfEveryInterfaceOrOfOneHost)
     EXPECT_FALSE(second.Apply({true, "not an address", 8000}, error));
     EXPECT_TRUE(first.Apply({false, "", 0}, error));
     EXPECT_FALSE(first.IsListening());
+}
+
+TEST(OscInput, TheDialogShowsAllInterfacesAsAllAndAllowsOkOnlyForAnAddress)
+{
+    OscInputDialog dialog({true, "", 9000});
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("OSC Input"));
+    auto* interface = dialog.findChild<QLineEdit*>(QStringLiteral("interface"));
+    const QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    EXPECT_EQ(interface->text(), QStringLiteral("all"));
+    for (const auto& [typed, read] :
+         std::vector<std::pair<const char*, const char*>>{{"127.0.0.1", "127.0.0.1:9000"},
+                                                          {"a b", ""},
+                                                          {" all ", "all:9000"},
+                                                          {"::1", "::1:9000"}}) {
+        interface->setText(QString::fromUtf8(typed));
+        const OscInput input = dialog.Input();
+        EXPECT_EQ(ok->isEnabled()
+                      ? (input.host.empty() ? "all" : input.host) + ":" + std::to_string(input.port)
+                      : "",
+                  read)
+            << typed;
+    }
+    dialog.findChild<QCheckBox*>(QStringLiteral("on"))->click();
+    EXPECT_FALSE(dialog.Input().on);
 }
 
 // Sends one step of the table to port on loopback: ["raw", PACKET] the bytes
