@@ -1,12 +1,14 @@
 # The two commands a newcomer needs: `make run` and `make test`.
 # Both install missing Debian packages first (as root, through apt-get).
+# `make install` puts vornosc under PREFIX.
 
 FUZZ_SECONDS ?= 60
+PREFIX ?= /usr/local
 EXAMPLE := examples/Demo.VornOsc
 VORNOSC := build/default/app/vornosc
 PREVIEW := build/preview
 
-.PHONY: deps configure build run test asan-test fuzz bench clean
+.PHONY: deps configure build run test install asan-test fuzz bench clean
 
 deps:
 	scripts/install-deps
@@ -22,6 +24,13 @@ run: build
 
 test: build
 	ctest --preset default
+
+# The desktop learns of the new file type and menu entry, as Debian's triggers
+# make it learn of a package's.
+install: build
+	cmake --install build/default --prefix $(PREFIX)
+	update-mime-database $(PREFIX)/share/mime
+	update-desktop-database $(PREFIX)/share/applications
 
 asan-test: deps
 	cmake --preset asan
