@@ -1,12 +1,14 @@
 # The two commands a newcomer needs: `make run` and `make test`.
 # Both install missing Debian packages first (as root, through apt-get).
+# `make install` puts vornosc under PREFIX; `make package` makes its Debian package.
 
 FUZZ_SECONDS ?= 60
+PREFIX ?= /usr/local
 EXAMPLE := examples/Demo.VornOsc
 VORNOSC := build/default/app/vornosc
 PREVIEW := build/preview
 
-.PHONY: deps configure build run test asan-test fuzz bench clean
+.PHONY: deps configure build run test install package asan-test fuzz bench clean
 
 deps:
 	scripts/install-deps
@@ -22,6 +24,16 @@ run: build
 
 test: build
 	ctest --preset default
+
+# The desktop learns of the new file type and menu entry, as Debian's triggers
+# make it learn of a package's.
+install: build
+	cmake --install build/default --prefix $(PREFIX)
+	update-mime-database $(PREFIX)/share/mime
+	update-desktop-database $(PREFIX)/share/applications
+
+package: build
+	cd build/default && cpack -G DEB
 
 asan-test: deps
 	cmake --preset asan

@@ -7,6 +7,8 @@
 #include "document/IgnoringCase.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QIcon>
 #include <QSettings>
 
 #include <cstdio>
@@ -83,6 +85,16 @@ bool ParseDesktopArguments(int argc, char* argv[], DesktopArguments& arguments, 
     return true;
 }
 
+// The picture of the menu entry, in the sizes made from it at build time.
+QIcon ApplicationIcon()
+{
+    QIcon icon;
+    const QDir sizes(QStringLiteral(":/app-icon"));
+    for (const QString& name : sizes.entryList())
+        icon.addFile(sizes.filePath(name));
+    return icon;
+}
+
 }  // namespace
 
 bool WantsDesktop(int argc, const char* const argv[])
@@ -125,6 +137,9 @@ int RunDesktop(int argc, char* argv[])
     QApplication::setOrganizationName(QStringLiteral("vornosc"));
     QApplication::setApplicationName(QStringLiteral("vornosc"));
     QApplication::setApplicationVersion(QStringLiteral(VORNOSC_VERSION));
+    // The desktop matches the windows to the menu entry by this name.
+    QGuiApplication::setDesktopFileName(QStringLiteral(VORNOSC_APP_ID));
+    QApplication::setWindowIcon(ApplicationIcon());
     ModuleLibrary module;
     if (!module.Load(ModuleLibrary::DefaultPath(), error)) {
         std::fprintf(stderr, "vornosc: %s\n", error.c_str());

@@ -1,14 +1,11 @@
 #include "ModuleLibrary.h"
 
-#include <QCoreApplication>
-
 #include <dlfcn.h>
 
 std::string ModuleLibrary::DefaultPath()
 {
-    return (QCoreApplication::applicationDirPath() + QLatin1Char('/') +
-            QLatin1String(editor_module::kLibraryName))
-        .toStdString();
+    // A plain name: the loader looks along the program's run path.
+    return editor_module::kLibraryName;
 }
 
 bool ModuleLibrary::Load(const std::string& path, std::string& error)
@@ -16,8 +13,8 @@ bool ModuleLibrary::Load(const std::string& path, std::string& error)
     void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (library == nullptr) {
         error = std::string("the editor module could not be loaded (") + dlerror() +
-                "); build it with \"make\" or put " + editor_module::kLibraryName +
-                " beside vornosc";
+                "); build it with \"make\", or install vornosc again so that " +
+                editor_module::kLibraryName + " is in its lib/vornosc/modules folder";
         return false;
     }
     const auto entry = [library](const char* name) { return dlsym(library, name); };

@@ -13,7 +13,8 @@ public:
     // Loads the module at path and starts it; false with a sentence in error
     // when it cannot. Loaded once; the module stays for the process's life.
     bool Load(const std::string& path, std::string& error);
-    // Where the module is looked for: beside the running program.
+    // Where the module is looked for: beside the program in the build folder,
+    // in lib/vornosc/modules beside its bin folder once installed.
     static std::string DefaultPath();
 
     editor_module::OpenEditorEntry openEditor = nullptr;
