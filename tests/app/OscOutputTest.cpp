@@ -21,6 +21,8 @@
 
 namespace {
 
+using namespace std::string_literals;
+
 using namespace Qt::StringLiterals;
 using Messages = std::vector<std::string>;
 
@@ -36,7 +38,7 @@ TEST(OscTarget, ReadsHostPortAndWritesTheSameTextBackOrTellsWhatToType)
     }
 }
 
-TEST(OscTarget, TheSavedTargetLoadsInTheNextRunAndOneThatDoesNotReadLoadsTheDefault)
+TEST(OscTarget, TheSavedTargetAndInputLoadInTheNextRunAndATargetThatDoesNotReadLoadsTheDefault)
 {
     const QTemporaryDir folder;
     QSettings settings(folder.filePath(QStringLiteral("vornosc.ini")), QSettings::IniFormat);
@@ -47,6 +49,13 @@ TEST(OscTarget, TheSavedTargetLoadsInTheNextRunAndOneThatDoesNotReadLoadsTheDefa
         settings.setValue(QStringLiteral("osc/target"), QString::fromUtf8(stored));
         EXPECT_EQ(ToString(LoadOscTarget(settings)), "127.0.0.1:9000") << stored;
     }
+    // The input is off on port 8000 of every interface until chosen, then as chosen.
+    const OscInput first = LoadOscInput(settings);
+    EXPECT_EQ(std::make_tuple(first.on, first.host, first.port), std::make_tuple(false, ""s, 8000));
+    SaveOscInput(settings, {true, "127.0.0.1", 9001});
+    const OscInput next = LoadOscInput(settings);
+    EXPECT_EQ(std::make_tuple(next.on, next.host, next.port),
+              std::make_tuple(true, "127.0.0.1"s, 9001));
 }
 
 TEST(OscTarget, TheDialogShowsTheTargetAndAllowsOkOnlyForAHostAndPortThatRead)
