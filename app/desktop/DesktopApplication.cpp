@@ -141,7 +141,7 @@ int RunDesktop(int argc, char* argv[])
     QGuiApplication::setDesktopFileName(QStringLiteral(VORNOSC_APP_ID));
     QApplication::setWindowIcon(ApplicationIcon());
     ModuleLibrary module;
-    if (!module.Load(ModuleLibrary::DefaultPath(), error)) {
+    if (!module.Load(ModuleLibrary::PathFor(VORNOSC_MODULE_FROM_PROGRAM), error)) {
         std::fprintf(stderr, "vornosc: %s\n", error.c_str());
         return kExitCannotStart;
     }

@@ -1,10 +1,21 @@
 #include "ModuleLibrary.h"
 
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
 #include <dlfcn.h>
 
-std::string ModuleLibrary::DefaultPath()
+std::string ModuleLibrary::PathFor(const std::string& moduleFolder)
 {
-    // A plain name: the loader looks along the program's run path.
+    const QString program = QCoreApplication::applicationDirPath();
+    const QString name = QString::fromLatin1(editor_module::kLibraryName);
+    for (const QString& folder :
+         {program, program + u'/' + QFile::decodeName(moduleFolder.c_str())}) {
+        const QFileInfo module(folder + u'/' + name);
+        if (module.exists())
+            return QFile::encodeName(module.absoluteFilePath()).toStdString();
+    }
     return editor_module::kLibraryName;
 }
 
