@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 // What a reader accepts of a file before refusing it, so that a hostile file
 // can neither exhaust memory nor the stack. Tests lower them to reach them.
@@ -10,8 +11,10 @@ struct ImportLimits {
     std::size_t maxCount = 65535;                      // pages, and controls on a page
 };
 
-// "256 MB": how the limit on the XML's size is told to users.
-inline std::size_t MegabytesOf(std::size_t bytes)
+// "256 MB": how a limit on a size is told to users.
+inline std::string SizeText(std::size_t bytes)
 {
-    return bytes >> 20;
+    constexpr std::size_t kMegabyte = std::size_t{1} << 20;
+    return bytes % kMegabyte == 0 ? std::to_string(bytes / kMegabyte) + " MB"
+                                  : std::to_string(bytes) + " bytes";
 }

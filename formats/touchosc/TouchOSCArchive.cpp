@@ -41,7 +41,7 @@ namespace {
 
 std::string TooLarge(const ImportLimits& limits)
 {
-    return "index.xml is larger than " + std::to_string(MegabytesOf(limits.maxXmlBytes)) + " MB";
+    return "index.xml is larger than " + SizeText(limits.maxXmlBytes);
 }
 
 bool Inflate(zip_t* archive, zip_uint64_t index, std::string& xml, const ImportLimits& limits,
