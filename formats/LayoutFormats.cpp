@@ -5,6 +5,7 @@
 #include "document/LayoutFile.h"
 #include "document/OSCProject.h"
 #include "formats/json/LayoutJson.h"
+#include "formats/lemur/LemurImport.h"
 #include "formats/touchosc/TouchOSCImport.h"
 
 #include <cerrno>
@@ -70,6 +71,12 @@ bool ReadTouchOSC(std::string_view bytes, OSCProject& project, FormatHost&, Impo
     return ReadTouchOSCFile(bytes, project, report, error);
 }
 
+bool ReadLemur(std::string_view bytes, OSCProject& project, FormatHost&, ImportReport& report,
+               std::string& error)
+{
+    return ReadLemurFile(bytes, project, report, error);
+}
+
 // The exporters tell the user of failures as they do at the editor: through
 // the host and message boxes.
 bool Exported(FormatHost& host, std::string& error)
@@ -95,7 +102,7 @@ constexpr LayoutFormat kFormats[] = {
     {".json", "Layout JSON", ReadJson, WriteJson},
     {".VornOsc", "Vorn OSC layout", ReadLayout, WriteLayout},
     {".touchosc", "TouchOSC layout", ReadTouchOSC, WriteTouchOSC},
-    {".jzml", "Lemur layout", nullptr, WriteLemur},
+    {".jzml", "Lemur layout", ReadLemur, WriteLemur},
 };
 
 template <typename Wanted>

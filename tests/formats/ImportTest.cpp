@@ -7,6 +7,8 @@
 #include "document/TextField.h"
 #include "formats/ImportReport.h"
 #include "formats/json/LayoutJson.h"
+#include "formats/lemur/LemurExport.h"
+#include "formats/lemur/LemurImport.h"
 #include "formats/touchosc/TouchOSCExport.h"
 #include "formats/touchosc/TouchOSCImport.h"
 
@@ -18,8 +20,8 @@ using nlohmann::json;
 
 namespace {
 
-const char kCases[] = DATA_DIR "/touchosc-import.json";
-const char kSamples[] = DATA_DIR "/touchosc-samples.json";
+const char kCases[] = DATA_DIR "/imports.json";
+const char kSamples[] = DATA_DIR "/samples.json";
 
 // Every key of expected has the same value in actual.
 void ExpectFields(const json& actual, const json& expected)
@@ -28,26 +30,63 @@ void ExpectFields(const json& actual, const json& expected)
         EXPECT_EQ(actual[key], value) << key;
 }
 
+// Reads text as a file of format: a classic TouchOSC archive (".touchosc"),
+// the index.xml inside one, or a Lemur file (".jzml").
+bool Read(const std::string& format, std::string text, OSCProject& project, ImportReport& report,
+          std::string& error, const ImportLimits& limits = {})
+{
+    if (format == ".jzml")
+        return ReadLemurFile(text, project, report, error, limits);
+    if (format == "index.xml")
+        return ReadTouchOSCXml(text, project, report, error, limits);
+    return ReadTouchOSCFile(text, project, report, error, limits);
+}
+
 // The project as JSON, the report as its lines.
-std::pair<json, std::vector<std::string>> Imported(std::string xml, const ImportLimits& limits = {})
+std::pair<json, std::vector<std::string>> Imported(const std::string& format, std::string text)
 {
     OSCProject project;
     ImportReport report;
     std::string error;
-    EXPECT_TRUE(ReadTouchOSCXml(xml, project, report, error, limits)) << error;
+    EXPECT_TRUE(Read(format, std::move(text), project, report, error)) << error;
     return {json::parse(WriteLayoutJson(project)), report.Lines()};
 }
 
-// Names of one to four bytes a character, of every length modulo 3, so that
-// their base64 needs no padding, one or two characters of it.
-std::string RandomText(std::mt19937& random, int maxCharacters)
+// The project has the device, orientation and pages of expected, each page
+// its name and its controls: all of them in a list, or some by their index
+// with the count of all.
+void ExpectLayout(const json& project, const json& expected)
 {
-    static const char* const kCharacters[] = {"a", "Z", "0",  " ",  "/",    "\"",   "&", "<",
-                                              "é", "ß", "日", "ノ", "🎛", "🎚", "+", "="};
+    EXPECT_EQ(project["device"], expected.value("device", "iPhone/iPod Touch"));
+    EXPECT_EQ(project["orientation"], expected.value("orientation", "Vertical"));
+    ASSERT_EQ(project["pages"].size(), expected["pages"].size());
+    for (std::size_t p = 0; p < expected["pages"].size(); ++p) {
+        const json& page = project["pages"][p];
+        const json& wanted = expected["pages"][p];
+        EXPECT_EQ(page["name"], wanted["name"]);
+        const json& controls = wanted["controls"];
+        EXPECT_EQ(page["controls"].size(), wanted.value("count", controls.size()));
+        for (const auto& [index, control] : controls.items()) {
+            SCOPED_TRACE("page " + std::to_string(p) + " control " + index);
+            const std::size_t at = std::stoul(index);
+            if (at < page["controls"].size())
+                ExpectFields(page["controls"][at], control);
+        }
+    }
+}
+
+// Names of one to four bytes a character, of every length modulo 3, so that
+// their base64 needs no padding, one or two characters of it. The Lemur
+// export writes names unescaped, so Lemur names keep out of quotes and angle
+// brackets; a lone ampersand is read as it stands.
+std::string RandomText(std::mt19937& random, int maxCharacters, bool markup)
+{
+    static const char* const kCharacters[] = {"a",  "Z",  "0",    " ",    "/", "&", "é",  "ß",
+                                              "日", "ノ", "🎛", "🎚", "+", "=", "\"", "<"};
     std::string text;
     const int count = std::uniform_int_distribution(0, maxCharacters)(random);
     for (int i = 0; i < count; ++i)
-        text += kCharacters[std::uniform_int_distribution(0, 15)(random)];
+        text += kCharacters[std::uniform_int_distribution(0, markup ? 15 : 13)(random)];
     return text;
 }
 
@@ -73,7 +112,7 @@ void RandomAddress(std::mt19937& random, OSCControl& control)
 // A layout holding what the TouchOSC format carries: ranges of the types
 // without an inverted mark come back in order, and the export keeps whole
 // numbers as floats only up to 2^24.
-OSCProject RandomLayout(std::mt19937& random, int device, int orientation)
+OSCProject RandomLayout(std::mt19937& random, int device, int orientation, bool markup)
 {
     OSCProject project;
     project.device = static_cast<std::uint8_t>(device);
@@ -84,10 +123,10 @@ OSCProject RandomLayout(std::mt19937& random, int device, int orientation)
     };
     for (int p = number(1, 3); p > 0; --p) {
         auto& page = *project.pages.emplace_back(std::make_unique<OSCPage>());
-        CopyTextField(page.name, RandomText(random, 12));
+        CopyTextField(page.name, RandomText(random, 12, markup));
         for (int c = number(0, 12); c > 0; --c) {
             auto& control = *page.controls.emplace_back(std::make_unique<OSCControl>());
-            CopyTextField(control.name, RandomText(random, 40));
+            CopyTextField(control.name, RandomText(random, 40, markup));
             RandomAddress(random, control);
             control.type = static_cast<std::uint8_t>(number(0, kControlTypeCount - 1));
             control.color = static_cast<std::uint8_t>(number(0, kNamedColorCount - 1));
@@ -112,13 +151,41 @@ TEST(TouchOSCImport, RandomLayoutsExportedByTheEditorComeBackTheSameOnEveryScree
         for (int orientation = 0; orientation < kOrientationCount; ++orientation) {
             for (int round = 0; round < 25; ++round) {
                 SCOPED_TRACE(testing::Message() << device << orientation << " round " << round);
-                const OSCProject layout = RandomLayout(random, device, orientation);
+                const OSCProject layout = RandomLayout(random, device, orientation, true);
                 const std::string xml =
                     Captured([&](std::FILE* out) { WriteTouchOSCXml(out, layout); });
-                const auto [project, report] = Imported(xml);
+                const auto [project, report] = Imported("index.xml", xml);
                 EXPECT_EQ(project, json::parse(WriteLayoutJson(layout))) << xml;
                 EXPECT_TRUE(report.empty());
             }
+        }
+    }
+}
+
+// Lemur keeps no orientation: its screens are landscape. A text sends
+// nothing, and keeps no range; unnamed controls get names on the way out.
+TEST(LemurImport, RandomLayoutsExportedByTheEditorComeBackTheSameInEveryFieldLemurKeeps)
+{
+    std::mt19937 random(1125);
+    for (int device = 0; device < kDeviceCount; ++device) {
+        for (int round = 0; round < 50; ++round) {
+            SCOPED_TRACE(testing::Message() << device << " round " << round);
+            OSCProject layout = RandomLayout(random, device, kHorizontal, false);
+            const std::string jzml = Captured([&](std::FILE* out) { WriteLemurJzml(out, layout); });
+            const auto [project, report] = Imported(".jzml", jzml);
+            json expected = json::parse(WriteLayoutJson(layout));
+            for (json& page : expected["pages"]) {
+                for (json& control : page["controls"]) {
+                    if (control["type"] == "Label") {
+                        control["command"] = "";
+                        control["deviceId"] = control["controlNumber"] = 0;
+                        control["minValue"] = 0;
+                        control["maxValue"] = 127;
+                    }
+                }
+            }
+            EXPECT_EQ(project, expected) << jzml;
+            EXPECT_TRUE(report.empty());
         }
     }
 }
@@ -131,7 +198,7 @@ TEST(TouchOSCImport, TheEditorsOwnArchiveIsReadBack)
     TempFolder temp;
     FakeHost host;
     host.dataFolder = temp.path().string();
-    OSCProject layout = RandomLayout(random, kIPhone, kHorizontal);
+    OSCProject layout = RandomLayout(random, kIPhone, kHorizontal, true);
     const std::string path = temp / "layout.touchosc";
     layout.ExportTouchOSCFile(&host, path.c_str());
 
@@ -143,34 +210,21 @@ TEST(TouchOSCImport, TheEditorsOwnArchiveIsReadBack)
     EXPECT_EQ(WriteLayoutJson(project), WriteLayoutJson(layout));
 }
 
-TEST(TouchOSCImport, EachRuleGivesTheLayoutAndReportItsCaseSays)
+TEST(Import, EachRuleGivesTheLayoutAndReportItsCaseSays)
 {
     for (const json& c : Cases(kCases, "rules")) {
         SCOPED_TRACE(c["rule"].get<std::string>());
-        const auto [project, report] = Imported(c["xml"]);
-        EXPECT_EQ(project["device"], c.value("device", "iPhone/iPod Touch"));
-        EXPECT_EQ(project["orientation"], c.value("orientation", "Vertical"));
-        ASSERT_EQ(project["pages"].size(), c["pages"].size());
-        for (std::size_t p = 0; p < c["pages"].size(); ++p) {
-            const json& page = project["pages"][p];
-            const json& expected = c["pages"][p];
-            EXPECT_EQ(page["name"], expected["name"]);
-            ASSERT_EQ(page["controls"].size(), expected["controls"].size());
-            for (std::size_t i = 0; i < expected["controls"].size(); ++i) {
-                SCOPED_TRACE(i);
-                ExpectFields(page["controls"][i], expected["controls"][i]);
-            }
-        }
+        const auto [project, report] = Imported(c["format"], c["text"]);
+        ExpectLayout(project, c);
         EXPECT_EQ(report, c.value("report", std::vector<std::string>()));
     }
 }
 
 // Each limit in pairs, the last value read and the first refused.
-TEST(TouchOSCImport, AFileBeyondALimitIsRefusedSayingWhichAndTheProjectIsKept)
+TEST(Import, AFileBeyondALimitIsRefusedSayingWhichAndTheProjectIsKept)
 {
     for (const json& c : Cases(kCases, "refused")) {
-        std::string xml = c["xml"];
-        SCOPED_TRACE(xml);
+        SCOPED_TRACE(c["text"].get<std::string>());
         ImportLimits limits;
         const json given = c.value("limits", json::object());
         limits.maxCount = given.value("maxCount", limits.maxCount);
@@ -179,7 +233,9 @@ TEST(TouchOSCImport, AFileBeyondALimitIsRefusedSayingWhichAndTheProjectIsKept)
         CopyTextField(project.pages[0]->name, "kept");
         ImportReport report;
         std::string error;
-        EXPECT_EQ(ReadTouchOSCXml(xml, project, report, error, limits), !c.contains("error"));
+        limits.maxXmlBytes = given.value("maxXmlBytes", limits.maxXmlBytes);
+        EXPECT_EQ(Read(c["format"], c["text"], project, report, error, limits),
+                  !c.contains("error"));
         EXPECT_EQ(error, c.value("error", ""));
         if (c.contains("error")) {
             EXPECT_EQ(TextOf(project.pages[0]->name), "kept");
@@ -205,30 +261,16 @@ TEST(TouchOSCImport, AnIndexLargerThanTheLimitIsRefusedBeforeItIsParsed)
     }
 }
 
-TEST(TouchOSCImport, EachSampleGivesThePagesControlsAndReportWrittenFromTheFile)
+TEST(Import, EachSampleGivesThePagesControlsAndReportWrittenFromTheFile)
 {
     for (const json& c : Cases(kSamples, "samples")) {
-        SCOPED_TRACE(c["file"].get<std::string>());
-        OSCProject read;
-        ImportReport report;
-        std::string error;
-        const auto bytes = ReadWholeFile(SAMPLES_DIR "/" + c["file"].get<std::string>());
+        const std::string file = c["file"];
+        SCOPED_TRACE(file);
+        const auto bytes = ReadWholeFile(SAMPLES_DIR "/" + file);
         ASSERT_TRUE(bytes);
-        ASSERT_TRUE(ReadTouchOSCFile(*bytes, read, report, error)) << error;
-        const json project = json::parse(WriteLayoutJson(read));
-        EXPECT_EQ(project["device"], c["device"]);
-        EXPECT_EQ(project["orientation"], c["orientation"]);
-        ASSERT_EQ(project["pages"].size(), c["pages"].size());
-        for (std::size_t p = 0; p < c["pages"].size(); ++p) {
-            const json& page = project["pages"][p];
-            EXPECT_EQ(page["name"], c["pages"][p]["name"]);
-            EXPECT_EQ(page["controls"].size(), c["pages"][p]["count"]);
-            for (const auto& [index, expected] : c["pages"][p]["controls"].items()) {
-                SCOPED_TRACE("page " + std::to_string(p) + " control " + index);
-                ExpectFields(page["controls"][std::stoul(index)], expected);
-            }
-        }
-        EXPECT_EQ(report.Lines(), c["report"].get<std::vector<std::string>>());
+        const auto [project, report] = Imported(file.substr(file.rfind('.')), *bytes);
+        ExpectLayout(project, c);
+        EXPECT_EQ(report, c["report"].get<std::vector<std::string>>());
     }
 }
 
