@@ -18,7 +18,7 @@ const char kDeviceHelp[] =
     "  --device iphone|ipad  the target device. A .VornOsc file does not keep it:\n"
     "                        reading one gives iPad unless this says otherwise.\n"
     "                        A .json file gives its own \"device\", and a\n"
-    "                        TouchOSC or Lemur file the device its screen fits.\n"
+    "                        file from another app the device its screen fits.\n"
     "  -h, --help            show this help\n";
 
 int UsageError(const char* command, const std::string& what, const char* synopsis)

@@ -6,6 +6,7 @@
 #include "document/OSCProject.h"
 #include "formats/json/LayoutJson.h"
 #include "formats/lemur/LemurImport.h"
+#include "formats/tosc/ToscImport.h"
 #include "formats/touchosc/TouchOSCImport.h"
 
 #include <cerrno>
@@ -77,6 +78,12 @@ bool ReadLemur(std::string_view bytes, OSCProject& project, FormatHost&, ImportR
     return ReadLemurFile(bytes, project, report, error);
 }
 
+bool ReadTosc(std::string_view bytes, OSCProject& project, FormatHost&, ImportReport& report,
+              std::string& error)
+{
+    return ReadToscFile(bytes, project, report, error);
+}
+
 // The exporters tell the user of failures as they do at the editor: through
 // the host and message boxes.
 bool Exported(FormatHost& host, std::string& error)
@@ -103,6 +110,7 @@ constexpr LayoutFormat kFormats[] = {
     {".VornOsc", "Vorn OSC layout", ReadLayout, WriteLayout},
     {".touchosc", "TouchOSC layout", ReadTouchOSC, WriteTouchOSC},
     {".jzml", "Lemur layout", ReadLemur, WriteLemur},
+    {".tosc", "TouchOSC layout", ReadTosc, nullptr},
 };
 
 template <typename Wanted>

@@ -9,11 +9,13 @@
 #include "formats/json/LayoutJson.h"
 #include "formats/lemur/LemurExport.h"
 #include "formats/lemur/LemurImport.h"
+#include "formats/tosc/ToscImport.h"
 #include "formats/touchosc/TouchOSCExport.h"
 #include "formats/touchosc/TouchOSCImport.h"
 
 #include <gtest/gtest.h>
 
+#include <zlib.h>
 #include <random>
 
 using nlohmann::json;
@@ -31,12 +33,15 @@ void ExpectFields(const json& actual, const json& expected)
 }
 
 // Reads text as a file of format: a classic TouchOSC archive (".touchosc"),
-// the index.xml inside one, or a Lemur file (".jzml").
+// the index.xml inside one, a Lemur file (".jzml") or a current TouchOSC one
+// (".tosc").
 bool Read(const std::string& format, std::string text, OSCProject& project, ImportReport& report,
           std::string& error, const ImportLimits& limits = {})
 {
     if (format == ".jzml")
         return ReadLemurFile(text, project, report, error, limits);
+    if (format == ".tosc")
+        return ReadToscFile(text, project, report, error, limits);
     if (format == "index.xml")
         return ReadTouchOSCXml(text, project, report, error, limits);
     return ReadTouchOSCFile(text, project, report, error, limits);
@@ -259,6 +264,34 @@ TEST(TouchOSCImport, AnIndexLargerThanTheLimitIsRefusedBeforeItIsParsed)
         EXPECT_EQ(ReadTouchOSCFile(bytes, project, report, error, limits), limit == xml.size());
         EXPECT_EQ(error, limit == xml.size() ? "" : "index.xml is larger than 26 bytes");
     }
+}
+
+// zlib keeps no size ahead of its data: inflating stops at the limit, to the byte.
+TEST(ToscImport, CompressedXmlIsInflatedUpToTheLimitAndACutStreamIsDamaged)
+{
+    std::string xml = "<lexml version=\"3\"><node type=\"GROUP\"/></lexml>";
+    std::string bytes(compressBound(xml.size()), '\0');
+    uLongf size = bytes.size();
+    ASSERT_EQ(compress(reinterpret_cast<Bytef*>(bytes.data()), &size,
+                       reinterpret_cast<const Bytef*>(xml.data()), xml.size()),
+              Z_OK);
+    bytes.resize(size);
+    const auto refusal = [&](std::string_view file, std::size_t limit) {
+        OSCProject project;
+        ImportReport report;
+        std::string error;
+        ImportLimits limits;
+        limits.maxXmlBytes = limit;
+        ReadToscFile(file, project, report, error, limits);
+        return error;
+    };
+    EXPECT_EQ(refusal(bytes, xml.size()), "");
+    EXPECT_EQ(refusal(bytes, xml.size() - 1), "the TouchOSC file holds more than " +
+                                                  std::to_string(xml.size() - 1) + " bytes of XML");
+    EXPECT_EQ(refusal(std::string_view(bytes).substr(0, bytes.size() - 6), xml.size()),
+              "the TouchOSC file is damaged: its zlib data ends too soon");
+    bytes[bytes.size() / 2] ^= 0x55;
+    EXPECT_EQ(refusal(bytes, xml.size()).substr(0, 29), "the TouchOSC file is damaged:");
 }
 
 TEST(Import, EachSampleGivesThePagesControlsAndReportWrittenFromTheFile)
