@@ -106,11 +106,11 @@ bool WriteLemur(OSCProject& project, FormatHost& host, const std::string& path, 
 }
 
 constexpr LayoutFormat kFormats[] = {
-    {".json", "Layout JSON", ReadJson, WriteJson},
-    {".VornOsc", "Vorn OSC layout", ReadLayout, WriteLayout},
-    {".touchosc", "TouchOSC layout", ReadTouchOSC, WriteTouchOSC},
-    {".jzml", "Lemur layout", ReadLemur, WriteLemur},
-    {".tosc", "TouchOSC layout", ReadTosc, nullptr},
+    {".json", "Layout JSON", false, ReadJson, WriteJson},
+    {".VornOsc", "Vorn OSC Layout", false, ReadLayout, WriteLayout},
+    {".touchosc", "TouchOSC Layout", true, ReadTouchOSC, WriteTouchOSC},
+    {".jzml", "Lemur Layout", true, ReadLemur, WriteLemur},
+    {".tosc", "TouchOSC Layout", true, ReadTosc, nullptr},
 };
 
 template <typename Wanted>

@@ -13,6 +13,7 @@ class OSCProject;
 struct LayoutFormat {
     const char* extension;  // as users write it, with the dot
     const char* name;       // as file dialogs list it
+    bool otherApp;          // a touch app's own: the editor opens it as a new layout
     // Reads a file's bytes into project, telling report what was left out or
     // changed; false with one line in error. Null for formats only written.
     bool (*read)(std::string_view bytes, OSCProject& project, FormatHost& host,

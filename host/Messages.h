@@ -46,6 +46,10 @@ enum HostRequestCode : std::intptr_t {
     // set from word 1 without marking the layout changed.
     kRequestDevice = 68,      // 'D'
     kRequestSetDevice = 100,  // 'd'
+    // Ours, for a host that brings in layouts of other apps through a copy:
+    // the layout becomes one never saved, changed, and shown under the name
+    // in word 8 until it is saved.
+    kRequestBecomeNew = 78,  // 'N'
 };
 
 // Words of the editor-open request: the menu and the accelerator table.
@@ -55,6 +59,8 @@ constexpr int kRequestAcceleratorsWord = 9;
 constexpr int kRequestDeviceWord = 1;
 // Word of the copy request: the path to write to.
 constexpr int kRequestCopyPathWord = 8;
+// Word of the become-new request: the name to show.
+constexpr int kRequestNewNameWord = 8;
 // Words of the path request: the folder and name buffers, 256 bytes each.
 constexpr int kRequestFolderWord = 8;
 constexpr int kRequestNameWord = 9;

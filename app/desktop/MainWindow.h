@@ -15,6 +15,7 @@
 
 class EditorArea;
 class EditorFrame;
+struct LayoutFormat;
 class ModuleLibrary;
 class OscMonitor;
 class QMenu;
@@ -80,6 +81,8 @@ private:
     // Opens a recent layout, or forgets one that is gone.
     void OpenRecent(const QString& path);
     void OpenWithDialog();
+    // Opens a touch app's layout as a new layout, telling what it left out.
+    bool OpenOtherAppLayout(const QString& path, const LayoutFormat& format);
     void ChooseOscTarget();
 
     ModuleLibrary& module_;
@@ -93,7 +96,7 @@ private:
     QMenu* recentMenu_ = nullptr;
     QMenu* insertMenu_ = nullptr;
     QMenu* helpMenu_ = nullptr;
-    QAction* saveAction_ = nullptr;       // the application's own Save
+    QAction* saveAction_ = nullptr;  // the application's own Save
     QAction* closeAction_ = nullptr;
     QAction* moduleFilePlace_ = nullptr;  // where the module's file commands go
     EditorFrame* newFrame_ = nullptr;     // the frame made last, until it is shown

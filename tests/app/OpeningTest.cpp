@@ -30,4 +30,33 @@ TEST_F(AppTest, ADamagedFileOpensWholeOrIsRefusedWithItsNameAndFaultAndTheApplic
     EXPECT_TRUE(Open(CopyOfExample("Good.VornOsc"))) << "the application goes on";
 }
 
+// Each opens as a layout never saved and changed, named after its file, on the
+// device its screen fits; what it left out is told once. One that cannot be
+// read is refused naming the file and the fault.
+TEST_F(AppTest, ATouchAppsLayoutOpensAsANewLayoutNamedAfterItsFileTellingWhatItLeftOut)
+{
+    for (const nlohmann::json& c : Cases(DATA_DIR "/app.json", "otherAppLayouts")) {
+        const std::string path = folder / c["file"].get<std::string>();
+        SCOPED_TRACE(path);
+        WriteWholeFile(path,
+                       c.contains("sample")
+                           ? ReadWholeFile(SAMPLES_DIR "/" + c["sample"].get<std::string>()).value()
+                           : c["text"].get<std::string>());
+        answered.clear();
+        answers = {"Ok"};
+        const std::size_t open = window->Frames().size();
+        EXPECT_EQ(Open(path), c.contains("title"));
+        EXPECT_EQ(answered, c["shown"].get<std::vector<std::string>>());
+        if (!c.contains("title")) {
+            EXPECT_EQ(window->Frames().size(), open);
+            continue;
+        }
+        // The "*" of a change comes with the next refresh of the titles.
+        EXPECT_EQ(Frame().ShownTitle().remove(u'*').toStdString(), c["title"]);
+        EXPECT_TRUE(Frame().IsNeverSaved());
+        EXPECT_TRUE(Frame().IsModified());
+        EXPECT_EQ(Frame().Device(), c["device"]);
+    }
+}
+
 }  // namespace
