@@ -2,27 +2,29 @@
 
 namespace {
 
-// Walks the tree without recursion, so that the walk itself needs no stack.
-bool NestsDeeperThan(const pugi::xml_document& document, int limit)
-{
-    int depth = 0;
-    pugi::xml_node node = document.first_child();
-    while (node) {
-        if (node.type() == pugi::node_element && depth >= limit)
-            return true;
-        if (node.first_child()) {
-            node = node.first_child();
-            ++depth;
-            continue;
-        }
-        while (node && !node.next_sibling()) {
-            node = node.parent();
-            --depth;
-        }
-        if (node)
-            node = node.next_sibling();
+// pugixml walks the tree itself, without recursion, and stops where told.
+class DepthCheck : public pugi::xml_tree_walker {
+public:
+    explicit DepthCheck(int limit) : limit_(limit) {}
+
+    bool for_each(pugi::xml_node& node) override
+    {
+        deeper_ = node.type() == pugi::node_element && depth() >= limit_;
+        return !deeper_;
     }
-    return false;
+
+    bool Deeper() const { return deeper_; }
+
+private:
+    int limit_;
+    bool deeper_ = false;
+};
+
+bool NestsDeeperThan(pugi::xml_document& document, int limit)
+{
+    DepthCheck check(limit);
+    document.traverse(check);
+    return check.Deeper();
 }
 
 }  // namespace
