@@ -1,5 +1,6 @@
 // No file a user can open crashes the application or opens half read.
 #include "AppFixture.h"
+#include "app/desktop/OtherAppLayout.h"
 
 #include <filesystem>
 
@@ -30,11 +31,15 @@ TEST_F(AppTest, ADamagedFileOpensWholeOrIsRefusedWithItsNameAndFaultAndTheApplic
     EXPECT_TRUE(Open(CopyOfExample("Good.VornOsc"))) << "the application goes on";
 }
 
-// Each opens as a layout never saved and changed, named after its file, on the
-// device its screen fits; what it left out is told once. One that cannot be
-// read is refused naming the file and the fault.
+// The Open dialog lists them beside the editor's own layouts. Each opens as a
+// layout never saved and changed, named after its file, on the device its
+// screen fits; what it left out is told once. One that cannot be read is
+// refused naming the file and the fault.
 TEST_F(AppTest, ATouchAppsLayoutOpensAsANewLayoutNamedAfterItsFileTellingWhatItLeftOut)
 {
+    EXPECT_EQ(OpenDialogFilter().toStdString(),
+              "Layouts (*.VornOsc *.touchosc *.tosc *.jzml);;Vorn OSC Layout (*.VornOsc);;"
+              "TouchOSC Layout (*.touchosc *.tosc);;Lemur Layout (*.jzml)");
     for (const nlohmann::json& c : Cases(DATA_DIR "/app.json", "otherAppLayouts")) {
         const std::string path = folder / c["file"].get<std::string>();
         SCOPED_TRACE(path);
