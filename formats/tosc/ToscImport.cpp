@@ -40,9 +40,10 @@ std::string_view PropertyText(const pugi::xml_node& node, std::string_view key)
     return Property(node, key).child("value").text().get();
 }
 
+// Read in place: large files hold many of them.
 double Part(const pugi::xml_node& value, const char* name)
 {
-    return NumberIn(value.child(name).text().get());
+    return value.child(name).text().as_double();
 }
 
 Frame FrameOf(const pugi::xml_node& node)
