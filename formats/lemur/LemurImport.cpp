@@ -52,9 +52,10 @@ std::optional<ControlType> TypeOf(const pugi::xml_node& window, std::string_view
 std::uint8_t ColorOf(std::string_view text)
 {
     const double value = NumberIn(text.substr(0, text.find(',')));
-    const auto word = static_cast<std::uint32_t>(value < 0          ? 0
-                                                 : value > 0xFFFFFF ? 0xFFFFFF
-                                                                    : value);
+    constexpr double kWhite = 0xFFFFFF;
+    const auto word = static_cast<std::uint32_t>(value >= 0 && value <= kWhite ? value
+                                                 : value > kWhite              ? kWhite
+                                                                               : 0);
     for (int i = 0; i < kNamedColorCount; ++i) {
         if (Colors[i] == word)
             return static_cast<std::uint8_t>(i);

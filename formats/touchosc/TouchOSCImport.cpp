@@ -10,6 +10,7 @@
 #include "formats/ImportedXml.h"
 #include "formats/ScreenFit.h"
 
+#include <charconv>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -168,7 +169,14 @@ struct Placement {
 bool PlacementOf(const pugi::xml_node& layout, Placement& placement, std::string& error)
 {
     const std::string_view modeText = AttributeText(layout, "mode");
-    const int mode = modeText.empty() ? 0 : static_cast<int>(NumberIn(modeText));
+    int mode = 0;
+    const char* const end = modeText.data() + modeText.size();
+    const auto [stop, fault] = std::from_chars(modeText.data(), end, mode);
+    if (!modeText.empty() &&
+        (fault != std::errc() || stop != end || mode < 0 || mode > kCustomMode)) {
+        error = "the layout's mode \"" + std::string(modeText) + "\" is none of 0, 1, 2 or 3";
+        return false;
+    }
     if (mode == kCustomMode) {
         placement.upright = {Number(layout, "w"), Number(layout, "h")};
         if (!(placement.upright.width >= 1 && placement.upright.height >= 1 &&
@@ -177,13 +185,9 @@ bool PlacementOf(const pugi::xml_node& layout, Placement& placement, std::string
             return false;
         }
         placement.device = NearestDevice(placement.upright.width, placement.upright.height);
-    } else if (mode >= 0 && mode < kCustomMode &&
-               modeText.find_first_not_of("0123456789") == std::string_view::npos) {
+    } else {
         placement.upright = kModeScreens[mode];
         placement.device = mode == 1 ? kIPad : kIPhone;
-    } else {
-        error = "the layout's mode \"" + std::string(modeText) + "\" is none of 0, 1, 2 or 3";
-        return false;
     }
     // The file names orientations the opposite way to the editor.
     placement.orientation =
