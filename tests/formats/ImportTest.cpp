@@ -264,6 +264,18 @@ TEST(TouchOSCImport, AnIndexLargerThanTheLimitIsRefusedBeforeItIsParsed)
         EXPECT_EQ(ReadTouchOSCFile(bytes, project, report, error, limits), limit == xml.size());
         EXPECT_EQ(error, limit == xml.size() ? "" : "index.xml is larger than 26 bytes");
     }
+    // An archive that understates the size is still not inflated past the limit.
+    std::string understated = bytes;
+    const std::size_t central = understated.find("PK\1\2");
+    for (const std::size_t at : {std::size_t{22}, central + 24})
+        understated.replace(at, 4, std::string("\1\0\0\0", 4));
+    OSCProject project;
+    ImportReport report;
+    std::string error;
+    ImportLimits limits;
+    limits.maxXmlBytes = xml.size() - 1;
+    EXPECT_FALSE(ReadTouchOSCFile(understated, project, report, error, limits));
+    EXPECT_EQ(error, "index.xml is larger than 26 bytes");
 }
 
 // zlib keeps no size ahead of its data: inflating stops at the limit, to the byte.
