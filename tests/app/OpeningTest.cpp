@@ -1,6 +1,7 @@
 // No file a user can open crashes the application or opens half read.
 #include "AppFixture.h"
 #include "app/desktop/OtherAppLayout.h"
+#include "editor/CommandIds.h"
 
 #include <filesystem>
 
@@ -33,8 +34,8 @@ TEST_F(AppTest, ADamagedFileOpensWholeOrIsRefusedWithItsNameAndFaultAndTheApplic
 
 // The Open dialog lists them beside the editor's own layouts. Each opens as a
 // layout never saved and changed, named after its file, on the device its
-// screen fits; what it left out is told once. One that cannot be read is
-// refused naming the file and the fault.
+// screen fits, and Save As proposes the file's name; what it left out is told
+// once. One that cannot be read is refused naming the file and the fault.
 TEST_F(AppTest, ATouchAppsLayoutOpensAsANewLayoutNamedAfterItsFileTellingWhatItLeftOut)
 {
     EXPECT_EQ(OpenDialogFilter().toStdString(),
@@ -61,6 +62,9 @@ TEST_F(AppTest, ATouchAppsLayoutOpensAsANewLayoutNamedAfterItsFileTellingWhatItL
         EXPECT_TRUE(Frame().IsNeverSaved());
         EXPECT_TRUE(Frame().IsModified());
         EXPECT_EQ(Frame().Device(), c["device"]);
+        answers = {""};
+        Pick(ID_FILE_SAVE_AS);
+        EXPECT_EQ(fileNames.back(), std::filesystem::path(path).stem());
     }
 }
 
