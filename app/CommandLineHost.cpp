@@ -1,5 +1,7 @@
 #include "CommandLineHost.h"
 
+#include "HeadlessToolkit.h"
+
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -71,5 +73,17 @@ std::string CommandLineHost::ErrorLine() const
             line += "; ";
         line += error;
     }
+    return line;
+}
+
+std::string CommandLineHost::TakeFailures()
+{
+    std::vector<std::string> lines = headless::TakeMessages();
+    if (HasErrors())
+        lines.push_back(ErrorLine());
+    ClearErrors();
+    std::string line;
+    for (const std::string& failure : lines)
+        line += (line.empty() ? "" : "; ") + failure;
     return line;
 }

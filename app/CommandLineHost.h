@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/VornBasics.h"
+#include "formats/FormatHost.h"
 
 #include <string>
 #include <vector>
@@ -8,7 +8,7 @@
 // The host object of the command line. Errors are collected, not shown: the
 // command that ran the document prints them as one line with the file name and
 // the place where things went wrong, which only it knows.
-class CommandLineHost : public VornBasics {
+class CommandLineHost : public FormatHost {
 public:
     CommandLineHost() = default;
     CommandLineHost(const CommandLineHost&) = delete;
@@ -29,6 +29,8 @@ public:
     // The errors shown so far as one line, their texts trimmed and joined by "; ".
     std::string ErrorLine() const;
     void ClearErrors() { errors_.clear(); }
+    // The message boxes shown, then the errors, as one line; both are cleared.
+    std::string TakeFailures() override;
 
 private:
     std::vector<std::string> errors_;

@@ -1,11 +1,11 @@
 #include "LayoutCommands.h"
 
 #include "CommandLineHost.h"
-#include "LayoutFormats.h"
-#include "LayoutJson.h"
 #include "LayoutLoading.h"
 #include "TemporaryOutput.h"
 #include "document/OSCProject.h"
+#include "formats/LayoutFormats.h"
+#include "formats/json/LayoutJson.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -17,7 +17,8 @@ const char kConvertSynopsis[] = "vornosc convert IN OUT [--device iphone|ipad]";
 const char kDeviceHelp[] =
     "  --device iphone|ipad  the target device. A .VornOsc file does not keep it:\n"
     "                        reading one gives iPad unless this says otherwise.\n"
-    "                        A .json file gives its own \"device\".\n"
+    "                        A .json file gives its own \"device\", and a\n"
+    "                        file from another app the device its screen fits.\n"
     "  -h, --help            show this help\n";
 
 int UsageError(const char* command, const std::string& what, const char* synopsis)

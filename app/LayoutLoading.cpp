@@ -2,8 +2,9 @@
 
 #include "CommandLineHost.h"
 #include "LayoutCommands.h"
-#include "LayoutFormats.h"
 #include "document/OSCProject.h"
+#include "formats/ImportReport.h"
+#include "formats/LayoutFormats.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -45,8 +46,12 @@ int LoadLayout(const std::string& path, const LayoutFormat& format,
 {
     std::string bytes;
     std::string error;
-    if (!ReadWholeFile(path, bytes, error) || !format.read(bytes, project, host, error))
+    ImportReport report;
+    if (!ReadWholeFile(path, bytes, error) || !format.read(bytes, project, host, report, error))
         return Failure(path, error);
+    // What an import left out or changed is told, but the layout is made.
+    for (const std::string& line : report.Lines())
+        std::fprintf(stderr, "vornosc: %s: %s\n", path.c_str(), line.c_str());
     if (arguments.device)
         project.device = *arguments.device;
     return kExitSuccess;

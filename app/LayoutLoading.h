@@ -12,7 +12,8 @@ struct LayoutFormat;
 int Failure(const std::string& file, const std::string& what);
 
 // Reads the layout at path into project and applies --device; returns the exit
-// status, 0 when project is ready.
+// status, 0 when project is ready. What an import left out or changed is
+// printed on stderr, one line per kind.
 int LoadLayout(const std::string& path, const LayoutFormat& format,
                const CommandArguments& arguments, OSCProject& project, CommandLineHost& host);
 

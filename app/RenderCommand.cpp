@@ -2,11 +2,11 @@
 
 #include "CommandLineHost.h"
 #include "LayoutCommands.h"
-#include "LayoutFormats.h"
 #include "LayoutLoading.h"
 #include "TemporaryOutput.h"
 #include "document/IgnoringCase.h"
 #include "document/OSCProject.h"
+#include "formats/LayoutFormats.h"
 #include "view/ArialFont.h"
 #include "view/TVornOSCView.h"
 

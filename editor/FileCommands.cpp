@@ -90,7 +90,8 @@ void TVornOSCEditor::OnFileSaveAs()
     QFileDialog dialog(parentWnd, QStringLiteral("Save OSC Layout As..."), FromUtf8(folder),
                        QStringLiteral("Vorn OSC Layout (*.VORNOSC)"));
     dialog.setDefaultSuffix(QStringLiteral("vornosc"));
-    dialog.selectFile(FromUtf8(split.name));
+    const bool neverSaved = std::string_view(layoutPath) == "New";
+    dialog.selectFile(FromUtf8(neverSaved && !newName.empty() ? newName : split.name));
     std::string chosen;
     if (!RunSaveDialog(dialog, chosen))
         return;

@@ -158,7 +158,9 @@ void TVornOSCEditor::SetTitle()
     if (host != nullptr && host->QueryTitle(-1) != 0)
         return;
     const SplitPath split = SplitFileName(TextOf(layoutPath));
-    const std::string name = split.name.empty()
+    const bool neverSaved = std::string_view(layoutPath) == "New";
+    const std::string name = neverSaved && !newName.empty() ? newName
+                             : split.name.empty()
                                  ? std::string("New")
                                  : std::string(WithoutSuffix(split.name, ".VornOsc"));
     const std::string title = name + " - OSC Editor";
@@ -298,6 +300,12 @@ std::intptr_t TVornOSCEditor::OnHostRequest(std::intptr_t* words)
             return modified;
         case kRequestWriteCopy:
             return WriteCopy(reinterpret_cast<const char*>(words[kRequestCopyPathWord])) ? 1 : 0;
+        case kRequestBecomeNew:
+            CopyTextField(layoutPath, "New");
+            newName = reinterpret_cast<const char*>(words[kRequestNewNameWord]);
+            modified = 1;
+            SetTitle();
+            return 0;
         case kRequestDevice:
             return project.device;
         case kRequestSetValues: {

@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <string>
 
 class QFileDialog;
 class QMenu;
@@ -26,6 +27,7 @@ public:
     VornBasics* host = nullptr;
     CRect viewFrame;               // one pixel outside the view
     char layoutPath[256] = "New";  // "New" until the layout is first saved
+    std::string newName;           // shown instead of "New" for a layout brought in
     std::uint8_t modified = 0;
     OSCProject project;
     QListWidget pageList;

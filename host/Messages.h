@@ -51,6 +51,10 @@ enum HostRequestCode : std::intptr_t {
     // ReceivedValue in word 9, on every page; the layout itself does not
     // change. Answers how many controls were set.
     kRequestSetValues = 86,  // 'V'
+    // Ours, for a host that brings in layouts of other apps through a copy:
+    // the layout becomes one never saved, changed, and shown under the name
+    // in word 8 until it is saved.
+    kRequestBecomeNew = 78,  // 'N'
 };
 
 // Words of the editor-open request: the menu and the accelerator table.
@@ -63,6 +67,8 @@ constexpr int kRequestAddressWord = 8;
 constexpr int kRequestValueWord = 9;
 // Word of the copy request: the path to write to.
 constexpr int kRequestCopyPathWord = 8;
+// Word of the become-new request: the name to show.
+constexpr int kRequestNewNameWord = 8;
 // Words of the path request: the folder and name buffers, 256 bytes each.
 constexpr int kRequestFolderWord = 8;
 constexpr int kRequestNameWord = 9;

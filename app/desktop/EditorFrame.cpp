@@ -81,6 +81,13 @@ bool EditorFrame::WriteCopy(const QString& path) const
                    reinterpret_cast<std::intptr_t>(bytes.constData())) != 0;
 }
 
+void EditorFrame::BecomeNew(const QString& name)
+{
+    const QByteArray bytes = name.toUtf8();
+    Request(kRequestBecomeNew, kRequestNewNameWord,
+            reinterpret_cast<std::intptr_t>(bytes.constData()));
+}
+
 int EditorFrame::Device() const
 {
     return static_cast<int>(Request(kRequestDevice));

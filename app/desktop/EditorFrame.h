@@ -30,6 +30,9 @@ public:
     // Writes the layout as it stands to path, leaving its own file, name and
     // changed state alone; false when it could not.
     bool WriteCopy(const QString& path) const;
+    // Makes the layout one never saved and changed, shown under name until saved:
+    // a layout brought in from another app, opened through a copy.
+    void BecomeNew(const QString& name);
     // The layout's target device (0 or 1), which its file does not keep.
     int Device() const;
     void SetDevice(int device);

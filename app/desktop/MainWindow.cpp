@@ -5,6 +5,7 @@
 #include "EditorFrame.h"
 #include "LayoutCheck.h"
 #include "ModuleLibrary.h"
+#include "OtherAppLayout.h"
 #include "WindowMenu.h"
 #include "app/osc/OscInputDialog.h"
 #include "app/osc/OscMonitor.h"
@@ -310,6 +311,8 @@ void MainWindow::Start(const std::vector<std::string>& layouts, const std::strin
 
 bool MainWindow::OpenLayout(const QString& path)
 {
+    if (const LayoutFormat* format = OtherAppFormat(path))
+        return OpenOtherAppLayout(path, *format);
     const QByteArray bytes = QFile::encodeName(path);
     std::optional<std::string> fault = WhyNotALayout(bytes.toStdString());
     if (!fault && module_.openEditor(HandleOf(area_), bytes.constData()) == nullptr)
@@ -327,6 +330,35 @@ bool MainWindow::OpenLayout(const QString& path)
         frame->SetDevice(*device);
     ShowNewFrame();
     history_.Remember(absolute, frame->Device());
+    return true;
+}
+
+bool MainWindow::OpenOtherAppLayout(const QString& path, const LayoutFormat& format)
+{
+    // The editor opens layout files: it gets a copy, which it reads at once.
+    const QTemporaryDir folder;
+    const QString copy = folder.filePath(QStringLiteral("layout.VornOsc"));
+    std::string fault;
+    const std::optional<BroughtIn> layout = BringIn(path, format, copy, fault);
+    if (layout &&
+        module_.openEditor(HandleOf(area_), QFile::encodeName(copy).constData()) == nullptr)
+        fault = "the editor refused it";
+    if (!layout || !fault.empty()) {
+        newFrame_ = nullptr;
+        const std::string message = "\u201c" + QFile::encodeName(path).toStdString() +
+                                    "\u201d could not be opened: " + fault + '.';
+        host_.ShowError(message.c_str());
+        return false;
+    }
+    newFrame_->SetDevice(layout->device);
+    newFrame_->BecomeNew(layout->name);
+    ShowNewFrame();
+    if (!layout->report.isEmpty()) {
+        QMessageBox::information(
+            this, QStringLiteral("OSC Editor"),
+            QStringLiteral("\u201c%1\u201d was brought in with these changes:\n%2")
+                .arg(QFileInfo(path).fileName(), layout->report.join(u'\n')));
+    }
     return true;
 }
 
@@ -455,8 +487,7 @@ void MainWindow::FillRecentMenu()
 void MainWindow::OpenWithDialog()
 {
     const QStringList paths = QFileDialog::getOpenFileNames(
-        this, QStringLiteral("Open OSC Layout"), history_.LastFolder(),
-        QStringLiteral("Vorn OSC Layout (*.VORNOSC)"));
+        this, QStringLiteral("Open OSC Layout"), history_.LastFolder(), OpenDialogFilter());
     for (const QString& path : paths)
         OpenLayout(path);
 }

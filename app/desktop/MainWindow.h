@@ -16,6 +16,7 @@
 
 class EditorArea;
 class EditorFrame;
+struct LayoutFormat;
 class ModuleLibrary;
 class OscMonitor;
 class QMenu;
@@ -87,6 +88,8 @@ private:
     // Opens a recent layout, or forgets one that is gone.
     void OpenRecent(const QString& path);
     void OpenWithDialog();
+    // Opens a touch app's layout as a new layout, telling what it left out.
+    bool OpenOtherAppLayout(const QString& path, const LayoutFormat& format);
     void ChooseOscTarget();
     void ChooseOscInput();
     // A received message sets the value of the controls at its address in

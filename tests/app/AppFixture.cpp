@@ -76,11 +76,12 @@ AppTest::AppTest()
             box->button(static_cast<QMessageBox::StandardButton>(button))->click();
         } else if (auto* files = qobject_cast<QFileDialog*>(modal)) {
             fileFolders.push_back(files->directory().absolutePath().toStdString());
+            auto* name = files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            fileNames.push_back(name->text().toStdString());
             if (answer.empty())
                 return files->reject();
             // Typed as a user types it: selecting a file races with the dialog reading its folder.
-            files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
-                ->setText(QString::fromStdString(folder / answer));
+            name->setText(QString::fromStdString(folder / answer));
             modal->accept();
         } else if (answer.empty()) {
             modal->reject();

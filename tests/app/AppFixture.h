@@ -57,5 +57,6 @@ protected:
     std::vector<std::string> answered;     // the text of each box answered
     std::vector<std::string> buttons;      // the buttons of the last box answered, in order
     std::vector<std::string> fileFolders;  // where each file dialog answered started
+    std::vector<std::string> fileNames;    // the name each file dialog answered proposed
     QTimer answering;
 };

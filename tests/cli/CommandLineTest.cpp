@@ -16,6 +16,15 @@ namespace {
 const char kCases[] = DATA_DIR "/command-line.json";
 const std::string kDemo = ReadWholeFile(EXAMPLES_DIR "/Demo.VornOsc").value_or("");
 
+// Writes a zip archive whose entries a case names, each {name: bytes}.
+void WriteZipOfCase(const std::string& path, const json& entries)
+{
+    std::vector<ZipEntry> zip;
+    for (const auto& [name, bytes] : entries.items())
+        zip.push_back({name, CaseBytes(bytes)});
+    WriteZip(path, zip);
+}
+
 // What one run of vornosc did.
 struct VornoscRun {
     int status = -1;
@@ -80,6 +89,9 @@ TEST_F(CommandLine, EachRunExitsAndPrintsAsItsCaseSaysAndUsageErrorsWriteNothing
         const json files = c.value("files", json::object());
         for (const auto& [name, layout] : files.items())
             WriteWholeFile(folder_ / name, layout.dump());
+        const json zipped = c.value("zipped", json::object());
+        for (const auto& [name, entries] : zipped.items())
+            WriteZipOfCase(folder_ / name, entries);
         const VornoscRun run = RunTogether({c["args"].get<std::vector<std::string>>()})[0];
         EXPECT_EQ(run.status, c["status"].get<int>());
         EXPECT_TRUE(run.err.starts_with(c.value("err", "")) && run.err.empty() != c.contains("err"))
@@ -109,6 +121,8 @@ TEST_F(CommandLine, AFileThatCannotBeReadOrWrittenFailsWithOneLineNamingItAndWri
         SCOPED_TRACE(failing);
         if (c.contains("text"))
             WriteWholeFile(folder_ / file, c["text"]);
+        if (c.contains("zipped"))
+            WriteZipOfCase(folder_ / file, c["zipped"]);
         if (c.contains("demoReplaced")) {
             const auto [at, count, bytes] =
                 c["demoReplaced"].get<std::tuple<std::size_t, std::size_t, std::string>>();

@@ -1,7 +1,7 @@
 #include "TestControls.h"
 #include "TestFiles.h"
-#include "app/LayoutJson.h"
 #include "document/TextField.h"
+#include "formats/json/LayoutJson.h"
 
 #include <gtest/gtest.h>
 

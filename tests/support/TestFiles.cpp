@@ -47,6 +47,36 @@ std::optional<std::vector<ZipEntry>> ReadZipEntries(const std::string& path)
     return entries;
 }
 
+void WriteZip(const std::string& path, const std::vector<ZipEntry>& entries)
+{
+    int error = 0;
+    zip_t* archive = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &error);
+    if (!archive)
+        throw std::runtime_error("cannot create " + path);
+    for (const ZipEntry& entry : entries) {
+        zip_source_t* source =
+            zip_source_buffer(archive, entry.bytes.data(), entry.bytes.size(), 0);
+        if (!source || zip_file_add(archive, entry.name.c_str(), source, 0) < 0)
+            throw std::runtime_error("cannot add " + entry.name + " to " + path);
+    }
+    if (zip_close(archive) != 0)
+        throw std::runtime_error("cannot write " + path);
+}
+
+std::string CaseBytes(const nlohmann::json& bytes)
+{
+    if (bytes.is_string())
+        return bytes.get<std::string>();
+    std::string text;
+    for (const auto& [unit, times] :
+         bytes.get<std::vector<std::pair<std::string, std::size_t>>>()) {
+        text.reserve(text.size() + unit.size() * times);
+        for (std::size_t i = 0; i < times; ++i)
+            text += unit;
+    }
+    return text;
+}
+
 CommandResult RunCommand(const std::string& command)
 {
     CommandResult result;

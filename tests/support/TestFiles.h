@@ -22,6 +22,13 @@ struct ZipEntry {
 };
 std::optional<std::vector<ZipEntry>> ReadZipEntries(const std::string& path);
 
+// Writes a zip archive holding the entries, deflated, in order.
+void WriteZip(const std::string& path, const std::vector<ZipEntry>& entries);
+
+// The bytes a case describes: a text as it stands, or, for texts too large to
+// write out, a list of [text, times] whose repeats follow each other.
+std::string CaseBytes(const nlohmann::json& bytes);
+
 // Runs a shell command; its exit status and what it printed on both streams.
 struct CommandResult {
     int status = -1;

@@ -1,0 +1,21 @@
+// Whatever bytes the Lemur reader is given, it must neither crash, leak nor
+// hang, and whatever it accepts must survive the layout file.
+
+#include "ImportRoundTrip.h"
+#include "formats/lemur/LemurImport.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    OSCProject project;
+    ImportReport report;
+    std::string error;
+    if (ReadLemurFile(std::string_view(reinterpret_cast<const char*>(data), size), project, report,
+                      error))
+        CheckImportedLayout(project, report);
+    return 0;
+}
