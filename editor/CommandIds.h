@@ -38,4 +38,6 @@ enum CommandId : int {
     ID_EDIT_PASTE = 57637,
     ID_FILE_SAVE = 57603,
     ID_FILE_SAVE_AS = 57604,
+    ID_EDIT_UNDO = 57643,  // ours: takes back the last change
+    ID_EDIT_REDO = 57644,  // ours: does again the change last taken back
 };

@@ -27,46 +27,49 @@ using Rule = bool (TVornOSCEditor::*)() const;
 struct Command {
     int id;
     Handler handler;
-    Rule enabled;  // null: always enabled
+    Rule enabled;      // null: always enabled
+    const char* step;  // what undo calls the change it makes; null: it changes nothing
 };
 
 using E = TVornOSCEditor;
 constexpr Command kCommands[] = {
-    {ID_FILE_SAVE, &E::OnFileSave, &E::CanSave},
-    {ID_FILE_SAVE_AS, &E::OnFileSaveAs, nullptr},
-    {ID_EDIT_CUT, &E::OnEditCut, &E::HasSelection},
-    {ID_EDIT_COPY, &E::OnEditCopy, &E::HasSelection},
-    {ID_EDIT_PASTE, &E::OnEditPaste, &E::ClipboardHasControls},
-    {ID_EDIT_CLEAR, &E::OnEditClear, &E::HasSelection},
-    {ID_OSCEDITOR_SELECTALL, &E::OnOsceditorSelectall, &E::PageHasControls},
-    {ID_OSCEDITOR_PROPERTIES, &E::OnOsceditorProperties, &E::HasOneSelected},
-    {ID_OSCEDITOR_TOFRONT, &E::OnOsceditorTofront, &E::PageHasControls},
-    {ID_OSCEDITOR_TOBACK, &E::OnOsceditorToback, &E::PageHasControls},
-    {ID_OSCEDITOR_ADDPAGE, &E::OnOsceditorAddpage, nullptr},
-    {ID_OSCEDITOR_REMOVEPAGE, &E::OnOsceditorRemovepage, &E::HasSeveralPages},
-    {ID_LEFT, &E::OnLeft, nullptr},
-    {ID_RIGHT, &E::OnRight, nullptr},
-    {ID_UP, &E::OnUp, nullptr},
-    {ID_DOWN, &E::OnDown, nullptr},
-    {ID_CTLLEFT, &E::OnCtlleft, nullptr},
-    {ID_CTLRIGHT, &E::OnCtlright, nullptr},
-    {ID_CTLUP, &E::OnCtlup, nullptr},
-    {ID_CTLDOWN, &E::OnCtldown, nullptr},
-    {ID_OSCEDITOR_EXPORTASTOUCHOSCFILE, &E::OnOscEditorExportAsTouchOSCFile, nullptr},
-    {ID_OSCEDITOR_EXPORTASLEMURFILE, &E::OnOscEditorExportAsLemurFile, nullptr},
-    {ID_OSCEDITOR_PAGEPROPERTIES, &E::OnOsceditorPageproperties, nullptr},
-    {ID_OSCTESTMODE, &E::OnOsctestmode, nullptr},  // checked in test mode
-    {ID_OSCEDITOR_SEARCHANDREPLACE, &E::OnOsceditorSearchandreplace, nullptr},
-    {ID_HELP_FINDER, &E::OnHelpFinder, nullptr},
-    {ID_SETCOLOR_RED, &E::OnSetcolorRed, &E::HasSelection},
-    {ID_SETCOLOR_GREEN, &E::OnSetcolorGreen, &E::HasSelection},
-    {ID_SETCOLOR_BLUE, &E::OnSetcolorBlue, &E::HasSelection},
-    {ID_SETCOLOR_YELLOW, &E::OnSetcolorYellow, &E::HasSelection},
-    {ID_SETCOLOR_PURPLE, &E::OnSetcolorPurple, &E::HasSelection},
-    {ID_SETCOLOR_GRAY, &E::OnSetcolorGray, &E::HasSelection},
-    {ID_SETCOLOR_ORANGE, &E::OnSetcolorOrange, &E::HasSelection},
-    {ID_SETCOLOR_BROWN, &E::OnSetcolorBrown, &E::HasSelection},
-    {ID_SETCOLOR_PINK, &E::OnSetcolorPink, &E::HasSelection},
+    {ID_FILE_SAVE, &E::OnFileSave, &E::CanSave, nullptr},
+    {ID_FILE_SAVE_AS, &E::OnFileSaveAs, nullptr, nullptr},
+    {ID_EDIT_UNDO, &E::OnEditUndo, &E::CanUndo, nullptr},
+    {ID_EDIT_REDO, &E::OnEditRedo, &E::CanRedo, nullptr},
+    {ID_EDIT_CUT, &E::OnEditCut, &E::HasSelection, "Cut"},
+    {ID_EDIT_COPY, &E::OnEditCopy, &E::HasSelection, nullptr},
+    {ID_EDIT_PASTE, &E::OnEditPaste, &E::ClipboardHasControls, "Paste"},
+    {ID_EDIT_CLEAR, &E::OnEditClear, &E::HasSelection, "Delete"},
+    {ID_OSCEDITOR_SELECTALL, &E::OnOsceditorSelectall, &E::PageHasControls, nullptr},
+    {ID_OSCEDITOR_PROPERTIES, &E::OnOsceditorProperties, &E::HasOneSelected, "Properties"},
+    {ID_OSCEDITOR_TOFRONT, &E::OnOsceditorTofront, &E::PageHasControls, "Bring to Front"},
+    {ID_OSCEDITOR_TOBACK, &E::OnOsceditorToback, &E::PageHasControls, "Send to Back"},
+    {ID_OSCEDITOR_ADDPAGE, &E::OnOsceditorAddpage, nullptr, "Add Page"},
+    {ID_OSCEDITOR_REMOVEPAGE, &E::OnOsceditorRemovepage, &E::HasSeveralPages, "Remove Page"},
+    {ID_LEFT, &E::OnLeft, nullptr, "Move"},
+    {ID_RIGHT, &E::OnRight, nullptr, "Move"},
+    {ID_UP, &E::OnUp, nullptr, "Move"},
+    {ID_DOWN, &E::OnDown, nullptr, "Move"},
+    {ID_CTLLEFT, &E::OnCtlleft, nullptr, "Resize"},
+    {ID_CTLRIGHT, &E::OnCtlright, nullptr, "Resize"},
+    {ID_CTLUP, &E::OnCtlup, nullptr, "Resize"},
+    {ID_CTLDOWN, &E::OnCtldown, nullptr, "Resize"},
+    {ID_OSCEDITOR_EXPORTASTOUCHOSCFILE, &E::OnOscEditorExportAsTouchOSCFile, nullptr, nullptr},
+    {ID_OSCEDITOR_EXPORTASLEMURFILE, &E::OnOscEditorExportAsLemurFile, nullptr, nullptr},
+    {ID_OSCEDITOR_PAGEPROPERTIES, &E::OnOsceditorPageproperties, nullptr, "Page Properties"},
+    {ID_OSCTESTMODE, &E::OnOsctestmode, nullptr, nullptr},  // checked in test mode
+    {ID_OSCEDITOR_SEARCHANDREPLACE, &E::OnOsceditorSearchandreplace, nullptr, "Replace"},
+    {ID_HELP_FINDER, &E::OnHelpFinder, nullptr, nullptr},
+    {ID_SETCOLOR_RED, &E::OnSetcolorRed, &E::HasSelection, "Color"},
+    {ID_SETCOLOR_GREEN, &E::OnSetcolorGreen, &E::HasSelection, "Color"},
+    {ID_SETCOLOR_BLUE, &E::OnSetcolorBlue, &E::HasSelection, "Color"},
+    {ID_SETCOLOR_YELLOW, &E::OnSetcolorYellow, &E::HasSelection, "Color"},
+    {ID_SETCOLOR_PURPLE, &E::OnSetcolorPurple, &E::HasSelection, "Color"},
+    {ID_SETCOLOR_GRAY, &E::OnSetcolorGray, &E::HasSelection, "Color"},
+    {ID_SETCOLOR_ORANGE, &E::OnSetcolorOrange, &E::HasSelection, "Color"},
+    {ID_SETCOLOR_BROWN, &E::OnSetcolorBrown, &E::HasSelection, "Color"},
+    {ID_SETCOLOR_PINK, &E::OnSetcolorPink, &E::HasSelection, "Color"},
 };
 
 const Command* FindCommand(int id)
@@ -85,7 +88,10 @@ bool TVornOSCEditor::OnCommand(int id)
     const Command* command = FindCommand(id);
     if (command == nullptr)
         return false;
-    (this->*command->handler)();
+    if (command->step != nullptr)
+        RunStep(command->step, command->handler);
+    else
+        (this->*command->handler)();
     return true;
 }
 
@@ -102,6 +108,10 @@ void TVornOSCEditor::OnInitMenuPopup(QMenu* menu, int, bool)
         action->setEnabled(command->enabled == nullptr || (this->*command->enabled)());
         if (command->id == ID_OSCTESTMODE)
             action->setChecked(view.testMode != 0);
+        else if (command->id == ID_EDIT_UNDO)
+            action->setText(QStringLiteral("&Undo %1").arg(QString::fromStdString(history.UndoName())).trimmed());
+        else if (command->id == ID_EDIT_REDO)
+            action->setText(QStringLiteral("&Redo %1").arg(QString::fromStdString(history.RedoName())).trimmed());
     }
 }
 

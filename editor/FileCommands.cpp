@@ -50,7 +50,7 @@ void TVornOSCEditor::OnFileSave()
         file.write(bytes.data(), static_cast<qint64>(bytes.size())) ==
             static_cast<qint64>(bytes.size()) &&
         file.commit()) {
-        modified = 0;
+        NoteSavedState();
         return;
     }
     const std::string message = "The layout could not be saved to \"" + std::string(layoutPath) +

@@ -57,6 +57,12 @@ TVornOSCEditor::TVornOSCEditor()
     setFocusPolicy(Qt::ClickFocus);
     view.setFocusPolicy(Qt::ClickFocus);
     view.setFocusProxy(this);
+    // A drag on the canvas is one change, however many moves it takes.
+    view.onLeftPress = [this] {
+        if (view.testMode == 0)
+            BeginStep(nullptr);
+    };
+    view.onLeftRelease = [this] { EndStep(); };
     connect(&pageList, &QListWidget::itemSelectionChanged, this, [this] {
         OnSelchangePage();
         OnListBoxSelChange();
@@ -265,7 +271,7 @@ std::intptr_t TVornOSCEditor::WindowProc(unsigned message, std::intptr_t wParam,
         case WM_OSC_CANCLOSE:
             return CanClose();
         case WM_OSC_PROPERTIES:
-            OnOsceditorProperties();
+            RunStep("Properties", &TVornOSCEditor::OnOsceditorProperties);
             return 0;
         case WM_OSC_CONTEXTMENU:
             RMBMenu();
@@ -303,6 +309,7 @@ std::intptr_t TVornOSCEditor::OnHostRequest(std::intptr_t* words)
         case kRequestBecomeNew:
             CopyTextField(layoutPath, "New");
             newName = reinterpret_cast<const char*>(words[kRequestNewNameWord]);
+            history.MarkNeverSaved();
             modified = 1;
             SetTitle();
             return 0;
@@ -354,5 +361,5 @@ void TVornOSCEditor::OnRButtonDown(unsigned, CPoint)
 
 void TVornOSCEditor::OnLButtonDblClk(unsigned, CPoint)
 {
-    OnOsceditorPageproperties();
+    RunStep("Page Properties", &TVornOSCEditor::OnOsceditorPageproperties);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "DialogRunner.h"
+#include "document/EditHistory.h"
 #include "document/OSCProject.h"
 #include "host/CRect.h"
 #include "view/TVornOSCView.h"
@@ -9,6 +10,7 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 class QFileDialog;
@@ -30,6 +32,9 @@ public:
     std::string newName;           // shown instead of "New" for a layout brought in
     std::uint8_t modified = 0;
     OSCProject project;
+    // The user's changes to the layout, to undo and redo; it also knows
+    // whether the layout stands as last saved.
+    EditHistory history;
     QListWidget pageList;
     TVornOSCView view;
     // Where the frame last stood; while its size is empty, frames open in the
@@ -67,6 +72,8 @@ public:
     void OnSelchangePage();
     void OnListBoxSelChange();
 
+    void OnEditUndo();
+    void OnEditRedo();
     void OnFileSave();
     void OnFileSaveAs();
     void OnEditCut();
@@ -105,6 +112,8 @@ public:
 
     // The enable rules of the command table.
     bool CanSave() const;
+    bool CanUndo() const;
+    bool CanRedo() const;
     bool HasSelection() const;
     bool HasOneSelected() const;
     bool ClipboardHasControls() const;
@@ -119,6 +128,17 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
+    using Handler = void (TVornOSCEditor::*)();
+    // Runs handler as one step of the history, named name; inside a drag it
+    // joins the drag's step.
+    void RunStep(const char* name, Handler handler);
+    // A change of the user's runs from BeginStep to EndStep; without a name it
+    // is a mouse edit, named for what it did.
+    void BeginStep(const char* name);
+    void EndStep();
+    // Shows the layout as undo or redo left it.
+    void ShowRestored(std::uint8_t device, std::uint8_t orientation);
+    void NoteSavedState();
     std::intptr_t OnHostRequest(std::intptr_t* words);
     // Writes the layout to path as it stands, for a host's recovery copy.
     bool WriteCopy(const char* path);
@@ -134,4 +154,7 @@ private:
     bool AcceptablePath(const std::string& path);
     void SetCurSel(int index);
     int GetCurSel() const;
+
+    std::optional<LayoutSnapshot> stepStart_;  // the layout as the open step found it
+    const char* stepName_ = nullptr;
 };

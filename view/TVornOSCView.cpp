@@ -192,16 +192,22 @@ void TVornOSCView::paintEvent(QPaintEvent* event)
 
 void TVornOSCView::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton) {
+        if (onLeftPress)
+            onLeftPress();
         OnLButtonDown(MouseFlags(event), PointOf(event));
-    else if (event->button() == Qt::RightButton)
+    } else if (event->button() == Qt::RightButton) {
         OnRButtonDown(MouseFlags(event), PointOf(event));
+    }
 }
 
 void TVornOSCView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
-        OnLButtonUp(MouseFlags(event), PointOf(event));
+    if (event->button() != Qt::LeftButton)
+        return;
+    OnLButtonUp(MouseFlags(event), PointOf(event));
+    if (onLeftRelease)
+        onLeftRelease();
 }
 
 void TVornOSCView::mouseDoubleClickEvent(QMouseEvent* event)

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <functional>
 
 class DeviceContext;
 class OSCControl;
@@ -42,6 +43,9 @@ public:
     std::uint8_t movingSelection = 0;
     std::int32_t resizeEdge = 0;          // ResizeStateOf the edge being dragged, or 0
     OSCControl* activeControl = nullptr;  // operated in test mode
+    // Called as the left button goes down on the canvas and after it comes up,
+    // so that the window that owns the view can keep a drag as one change.
+    std::function<void()> onLeftPress, onLeftRelease;
 
     // Mouse flags: which modifier keys were held.
     static constexpr unsigned kExtendFlag = 0x10;  // Shift: keep the selection

@@ -147,6 +147,9 @@ void EditorTest::Lay(const json& layout)
     editor->UpdateListbox();
     CopyTextField(editor->layoutPath, layout.value("path", "New"));
     editor->modified = layout.value("modified", 0);
+    editor->history = EditHistory();
+    if (editor->modified != 0)
+        editor->history.MarkNeverSaved();
     if (const json memory = layout.value("memory", json()); !memory.is_null()) {
         Search = memory[0].get<std::string>(), Replace = memory[1].get<std::string>();
         inName = memory[2], inCommand = memory[3];
