@@ -4,6 +4,8 @@
 #include "TestFiles.h"
 #include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
+#include "document/EditHistory.h"
+#include "document/LayoutFile.h"
 #include "document/OSCProject.h"
 #include "document/ReceivedValues.h"
 
@@ -83,6 +85,35 @@ const std::map<std::string, Operation> kOperations{
      }},
 };
 
+// A case's project and host before its steps.
+void LayOut(const json& c, OSCProject& project)
+{
+    Toolkit().Reset();
+    ClearClipboard();
+    project.device = c.value("device", std::uint8_t{kIPhone});
+    project.orientation = c.value("orientation", std::uint8_t{kVertical});
+    host.sizeLimitMode = c.value("sizeLimitMode", 0);
+    for (const json& row : c.value("page", json::array()))
+        AddControl(*project.CurrentPage(), row);
+    for (const int answer : c.value("answers", json::array()))
+        Toolkit().answers.push_back(answer);
+}
+
+// What undo must give back: the file's bytes, the screen, the current page and
+// the selection.
+std::string StateOf(OSCProject& project)
+{
+    std::string state = WriteLayoutFile(project, &host);
+    state += {static_cast<char>(project.device), static_cast<char>(project.orientation)};
+    state += std::to_string(project.currentPage) + ':';
+    for (const auto& page : project.pages) {
+        for (const auto& control : page->controls)
+            state += control->selected != 0 ? '1' : '0';
+        state += '|';
+    }
+    return state;
+}
+
 }  // namespace
 
 // Each case starts from one page on an iPhone held upright (320 by 480) unless
@@ -94,16 +125,8 @@ TEST(Editing, EachEditLeavesTheProjectAndTheClipboardAsTheCaseSays)
 {
     for (const json& c : Cases(DATA_DIR "/editing.json", "edits")) {
         SCOPED_TRACE(c["what"].get<std::string>());
-        Toolkit().Reset();
-        ClearClipboard();
         OSCProject project;
-        project.device = c.value("device", std::uint8_t{kIPhone});
-        project.orientation = c.value("orientation", std::uint8_t{kVertical});
-        host.sizeLimitMode = c.value("sizeLimitMode", 0);
-        for (const json& row : c.value("page", json::array()))
-            AddControl(*project.CurrentPage(), row);
-        for (const int answer : c.value("answers", json::array()))
-            Toolkit().answers.push_back(answer);
+        LayOut(c, project);
         for (const json& step : c["do"])
             kOperations.at(step[0])(project, step);
 
@@ -144,4 +167,82 @@ TEST(Editing, EachEditLeavesTheProjectAndTheClipboardAsTheCaseSays)
         EXPECT_EQ(asked, c.value("asked", json::array()));
     }
     ClearClipboard();
+}
+
+// The same steps, each kept in a history when it changed what the file holds:
+// undoing them all gives back, step by step, the state each found, and redoing
+// them the state each left.
+TEST(Editing, EachEditThatChangesTheFileIsAStepThatUndoesAndRedoesExactly)
+{
+    for (const json& c : Cases(DATA_DIR "/editing.json", "edits")) {
+        SCOPED_TRACE(c["what"].get<std::string>());
+        OSCProject project;
+        LayOut(c, project);
+        EditHistory history;
+        std::vector<std::pair<std::string, std::string>> states;  // before and after each step
+        for (const json& step : c["do"]) {
+            const LayoutSnapshot before = LayoutSnapshot::Of(project);
+            const std::string stateBefore = StateOf(project);
+            const std::string fileBefore = WriteLayoutFile(project, &host);
+            kOperations.at(step[0])(project, step);
+            LayoutChange change = LayoutChange::Between(before, project);
+            const bool screenChanged =
+                before.device != project.device || before.orientation != project.orientation;
+            EXPECT_EQ(change.ChangesLayout(),
+                      screenChanged || WriteLayoutFile(project, &host) != fileBefore)
+                << step;
+            if (change.ChangesLayout()) {
+                history.Add(step[0], std::move(change));
+                states.emplace_back(stateBefore, StateOf(project));
+            }
+        }
+        for (auto state = states.rbegin(); state != states.rend(); ++state) {
+            history.Undo(project);
+            EXPECT_EQ(StateOf(project), state->first);
+        }
+        EXPECT_FALSE(history.CanUndo());
+        EXPECT_TRUE(history.AtSavedState());
+        for (const auto& [before, after] : states) {
+            history.Redo(project);
+            EXPECT_EQ(StateOf(project), after);
+        }
+        EXPECT_FALSE(history.CanRedo());
+    }
+    ClearClipboard();
+}
+
+// Steps of 100 moved controls each under a cap of about three: the oldest go,
+// and with them the saved state, while the newest still undo.
+TEST(Editing, AHistoryPastItsCapForgetsItsOldestStepsAndTheSavedStateAmongThem)
+{
+    OSCProject project;
+    for (int i = 0; i < 100; ++i) {
+        AddControl(*project.CurrentPage(), {{"at", {i, 0, 1, 1}}, {"selected", i % 2 == 0}});
+        AddControl(*project.CurrentPage(), {{"at", {i, 100, 1, 1}}, {"type", "knob"}});
+    }
+    const auto MoveAll = [&project] {
+        const LayoutSnapshot before = LayoutSnapshot::Of(project);
+        for (const auto& control : project.CurrentPage()->controls)
+            control->y = static_cast<std::int16_t>(control->y + 1 + control->x % 2);
+        return LayoutChange::Between(before, project);
+    };
+    const std::size_t stepBytes = MoveAll().Bytes();
+    EditHistory history(3 * stepBytes + stepBytes / 2);
+    history.MarkSaved();
+    std::vector<std::string> states{StateOf(project)};
+    for (int step = 0; step < 5; ++step) {
+        history.Add("Move", MoveAll());
+        states.push_back(StateOf(project));
+    }
+    EXPECT_EQ(history.Steps(), 3u);
+    EXPECT_LE(history.Bytes(), 3 * stepBytes + 3 * 4);
+    for (int back = 1; back <= 3; ++back) {
+        EXPECT_FALSE(history.AtSavedState());
+        EXPECT_EQ(history.UndoName(), "Move");
+        history.Undo(project);
+        EXPECT_EQ(StateOf(project), states[5u - static_cast<std::size_t>(back)]);
+    }
+    EXPECT_FALSE(history.CanUndo());
+    EXPECT_EQ(history.UndoName(), "");
+    EXPECT_FALSE(history.AtSavedState());
 }

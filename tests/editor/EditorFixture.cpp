@@ -155,6 +155,7 @@ void EditorTest::Lay(const json& layout)
         inName = memory[2], inCommand = memory[3];
     }
     editor->view.testMode = 0;
+    kept_.clear();
     held_ = {};
     keys_.clear();
     Do("size 1024 768");
@@ -215,6 +216,8 @@ void EditorTest::Do(const std::string& step)
         QTest::mousePress(editor, Qt::RightButton, {}, beside);
     } else if (verb == "answer") {
         keys_ += rest[0];
+    } else if (verb == "keep") {
+        kept_[rest] = StateOfLayout();
     } else if (verb == "dialog") {
         editor->runDialog = Playing(QString::fromStdString(rest));
     } else if (verb == "choose") {
@@ -334,12 +337,21 @@ void EditorTest::Expect(const json& wanted)
             seen["row"].push_back(row);
     }
     // Reading the rules sets the menu's items, so they are read only when asked.
-    if (wanted.contains("enabled") || wanted.contains("checked")) {
+    if (wanted.contains("enabled") || wanted.contains("checked") || wanted.contains("undo")) {
         seen["checked"] = Item(editor, ID_OSCTESTMODE)->isChecked();
+        for (const int id : {ID_EDIT_UNDO, ID_EDIT_REDO}) {
+            const QAction* item = Item(editor, id);
+            seen["undo"].push_back(item->text().toStdString() + (item->isEnabled() ? "" : " (off)"));
+        }
         for (const json& item : kMenuItems) {
             if (Item(editor, kNames[item.get<std::string>()])->isEnabled())
                 seen["enabled"].push_back(item);
         }
+    }
+    const std::string state = StateOfLayout();
+    for (const auto& [name, kept] : kept_) {
+        if (kept == state)
+            seen["as"].push_back(name);
     }
     if (view.movingSelection)
         seen["state"].push_back("moving");
@@ -361,6 +373,20 @@ void EditorTest::Expect(const json& wanted)
     const QImage whole = wanted.contains("editorPixels") ? editor->grab().toImage() : QImage();
     for (const json& pixel : wanted.value("editorPixels", json::array()))
         EXPECT_EQ(ColourAt(whole, pixel[0], pixel[1]), pixel[2]) << pixel;
+}
+
+std::string EditorTest::StateOfLayout() const
+{
+    OSCProject& project = editor->project;
+    std::string state = WriteLayoutFile(project, &basics);
+    state += {static_cast<char>(project.device), static_cast<char>(project.orientation)};
+    state += std::to_string(project.currentPage) + ':';
+    for (const auto& page : project.pages) {
+        for (const auto& control : page->controls)
+            state += control->selected != 0 ? '1' : '0';
+        state += '|';
+    }
+    return state;
 }
 
 QImage EditorTest::Paint()

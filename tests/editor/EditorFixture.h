@@ -10,6 +10,9 @@
 #include <QEvent>
 #include <QTimer>
 
+#include <map>
+#include <string>
+
 #include <gtest/gtest.h>
 
 // The cases stored under key in data/editor.json.
@@ -34,7 +37,8 @@ protected:
     // An action: "command NAME", "request NAME [PATH]" ("request setdevice
     // N" with a device), "message NAME",
     // "key KEYS", "editor click", "editor double", "editor W H" (its size),
-    // "list ROW [Ctrl]" (a click), "write PATH" (a layout file), "open PATH"
+    // "list ROW [Ctrl]" (a click), "keep NAME" (remembers the layout as it
+    // stands, for "as"), "write PATH" (a layout file), "open PATH"
     // (another editor), "right KEYS" (then KEYS into the menus that open),
     // "answer Yes|No" for the next message box, "wheel DX DY [Shift]" (a
     // turn in eighths of a degree, over the canvas), "dialog SCRIPT" (see Playing)
@@ -75,7 +79,12 @@ private:
     } painted_;
     QTimer user_;
     std::string keys_;  // for the next menus, or Y and N for message boxes
+    // The layout as it stands: its file's bytes, the screen, the current page
+    // and the selection.
+    std::string StateOfLayout() const;
+
     json answer_, shown_ = json::array();
+    std::map<std::string, std::string> kept_;  // states kept by name
     Qt::MouseButtons held_;
     const std::filesystem::path startFolder_ = std::filesystem::current_path();
     const std::string search_ = Search, replace_ = Replace;
