@@ -3,6 +3,7 @@
 #include "Accelerators.h"
 #include "EditorGeometry.h"
 #include "LayoutPath.h"
+#include "LayoutState.h"
 #include "ModuleEntry.h"
 #include "document/LayoutFile.h"
 #include "document/ReceivedValues.h"
@@ -321,6 +322,12 @@ std::intptr_t TVornOSCEditor::OnHostRequest(std::intptr_t* words)
             if (address == nullptr || value == nullptr)
                 return 0;
             const ValuesSet set = SetValuesAt(project, address, *value);
+            if (set.onCurrentPage)
+                view.update();
+            return set.controls;
+        }
+        case kRequestLayoutState: {
+            const ValuesSet set = AnswerLayoutState(project, words);
             if (set.onCurrentPage)
                 view.update();
             return set.controls;

@@ -55,6 +55,12 @@ enum HostRequestCode : std::intptr_t {
     // the layout becomes one never saved, changed, and shown under the name
     // in word 8 until it is saved.
     kRequestBecomeNew = 78,  // 'N'
+    // Ours, for a host that shows the layout on other screens: when word 9
+    // points to a ControlValue, that control's test-mode value is set first
+    // (the layout itself does not change); then, when word 8 points to a
+    // LayoutSnapshot, it is filled with the layout as it stands, values
+    // included. Answers 1 when a value was set.
+    kRequestLayoutState = 83,  // 'S'
 };
 
 // Words of the editor-open request: the menu and the accelerator table.
@@ -65,6 +71,9 @@ constexpr int kRequestDeviceWord = 1;
 // Words of the set-values request: the address and the value.
 constexpr int kRequestAddressWord = 8;
 constexpr int kRequestValueWord = 9;
+// Words of the layout-state request: the snapshot to fill and the value to set.
+constexpr int kRequestSnapshotWord = 8;
+constexpr int kRequestControlValueWord = 9;
 // Word of the copy request: the path to write to.
 constexpr int kRequestCopyPathWord = 8;
 // Word of the become-new request: the name to show.
@@ -108,6 +117,13 @@ struct OperatedControl {
     std::int32_t maxValue;
     std::int32_t value;  // after the control's value rule ran for this phase
     Phase phase;
+};
+
+// A test-mode value for one control: its page and its index there.
+struct ControlValue {
+    int page;
+    int control;
+    std::int32_t value;
 };
 
 // A value received for an address: a number, taken into each control's range,
