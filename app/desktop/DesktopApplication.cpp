@@ -4,6 +4,7 @@
 #include "ModuleLibrary.h"
 #include "app/CommandLine.h"
 #include "app/osc/OscSettings.h"
+#include "app/preview/PreviewPlace.h"
 #include "document/IgnoringCase.h"
 
 #include <QApplication>
@@ -24,15 +25,17 @@ constexpr int kExitCannotStart = 1;
 constexpr int kExitUsage = 2;
 
 const char* const kDesktopHelp =
-    "Usage: vornosc [--osc-target HOST:PORT] [--osc-listen [HOST:]PORT] [--insert "
-    "PARAMETERS.json]\n"
-    "               [LAYOUT...]\n"
+    "Usage: vornosc [--osc-target HOST:PORT] [--osc-listen [HOST:]PORT] [--preview [HOST:]PORT]\n"
+    "               [--insert PARAMETERS.json] [LAYOUT...]\n"
     "Opens the editor on the given layouts, or on a new one.\n\n"
     "  --osc-target HOST:PORT  where test mode sends its OSC messages\n"
     "                          (default: the last one chosen, first 127.0.0.1:9000)\n"
     "  --osc-listen [HOST:]PORT  listens for OSC on that port (of every interface, or\n"
     "                          of HOST) for this run: values sent to a control's\n"
     "                          address move it (default: as Settings > OSC Input says)\n"
+    "  --preview [HOST:]PORT   serves the active layout for this run to phones and\n"
+    "                          tablets on the network, at the address it prints\n"
+    "                          (default: as Settings > Phone Preview says)\n"
     "  --insert PARAMETERS.json  puts the controls of a host's parameter list on the\n"
     "                          last layout, as Insert > Parameters from file does\n"
     "  --help                  show this help\n"
@@ -52,6 +55,7 @@ struct DesktopArguments {
     std::vector<std::string> layouts;
     std::string oscTarget;
     std::string oscListen;
+    std::string preview;
     std::string insert;
     bool help = false;
     bool version = false;
@@ -65,15 +69,18 @@ bool ParseDesktopArguments(int argc, char* argv[], DesktopArguments& arguments, 
             arguments.help = true;
         } else if (arg == "--version") {
             arguments.version = true;
-        } else if (arg == "--osc-target" || arg == "--osc-listen" || arg == "--insert") {
+        } else if (arg == "--osc-target" || arg == "--osc-listen" || arg == "--preview" ||
+                   arg == "--insert") {
             if (i + 1 == argc) {
                 error = arg == "--insert"       ? "--insert needs a parameter file"
                         : arg == "--osc-listen" ? "--osc-listen needs [HOST:]PORT"
+                        : arg == "--preview"    ? "--preview needs [HOST:]PORT"
                                                 : "--osc-target needs HOST:PORT";
                 return false;
             }
             (arg == "--insert"       ? arguments.insert
              : arg == "--osc-listen" ? arguments.oscListen
+             : arg == "--preview"    ? arguments.preview
                                      : arguments.oscTarget) = argv[++i];
         } else if (arg.rfind("--", 0) == 0) {
             error = "unknown option \"" + arg + "\"";
@@ -104,8 +111,9 @@ bool WantsDesktop(int argc, const char* const argv[])
     const std::string first = argv[1];
     // A mistyped command still gets the command line's answer.
     return !NamesACommand(argv[1]) &&
-           (first == "--osc-target" || first == "--osc-listen" || first == "--insert" ||
-            EndsWithIgnoringCase(first, ".vornosc") || std::filesystem::is_regular_file(first));
+           (first == "--osc-target" || first == "--osc-listen" || first == "--preview" ||
+            first == "--insert" || EndsWithIgnoringCase(first, ".vornosc") ||
+            std::filesystem::is_regular_file(first));
 }
 
 int RunDesktop(int argc, char* argv[])
@@ -160,6 +168,19 @@ int RunDesktop(int argc, char* argv[])
         std::fprintf(stderr, "vornosc: %s: %s\n", place.c_str(), refusal.toUtf8().constData());
         std::fflush(stderr);
         window.SayInputRefused(refusal);
+    }
+    // So is a preview that cannot be served.
+    error.clear();
+    std::optional<PreviewPlace> preview = LoadPreviewPlace(settings);
+    if (!arguments.preview.empty())
+        preview = ParsePreviewPlace(arguments.preview, error);
+    refusal = QString::fromStdString(error);
+    if (!preview || !window.ServePreview(*preview, refusal)) {
+        const std::string place = arguments.preview.empty() ? "Settings > Phone Preview"
+                                                            : "--preview " + arguments.preview;
+        std::fprintf(stderr, "vornosc: %s: %s\n", place.c_str(), refusal.toUtf8().constData());
+        std::fflush(stderr);
+        window.SayPreviewRefused(refusal);
     }
     window.Start(arguments.layouts, arguments.insert);
     return application.exec();

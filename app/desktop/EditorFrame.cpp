@@ -107,6 +107,15 @@ int EditorFrame::SetValues(const char* address, const ReceivedValue& value)
     return static_cast<int>(Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request)));
 }
 
+void EditorFrame::LayoutState(LayoutSnapshot* snapshot, const ControlValue* value) const
+{
+    HostRequest request;
+    request.words[0] = kRequestLayoutState;
+    request.words[kRequestSnapshotWord] = reinterpret_cast<std::intptr_t>(snapshot);
+    request.words[kRequestControlValueWord] = reinterpret_cast<std::intptr_t>(value);
+    Send(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request));
+}
+
 std::intptr_t EditorFrame::Request(std::intptr_t code, int index, std::intptr_t word) const
 {
     HostRequest request;

@@ -5,6 +5,8 @@
 #include <cstdint>
 
 class DesktopHost;
+struct ControlValue;
+struct LayoutSnapshot;
 struct ReceivedValue;
 
 // The frame of one editor in the main window: it takes the editor the module
@@ -38,6 +40,9 @@ public:
     void SetDevice(int device);
     // Sets the test-mode value of the controls at address; answers how many.
     int SetValues(const char* address, const ReceivedValue& value);
+    // Sets the test-mode value of one control, when value is given, then
+    // fills snapshot with the layout as it stands, when it is given.
+    void LayoutState(LayoutSnapshot* snapshot, const ControlValue* value) const;
     // The title as the frame shows it: the editor's, with a "*" after the
     // layout's name while it has unsaved changes.
     QString ShownTitle() const;

@@ -12,6 +12,8 @@
 #include "app/osc/OscSettings.h"
 #include "app/osc/OscSettingsDialog.h"
 #include "app/osc/TestModeOutput.h"
+#include "app/preview/PreviewDialog.h"
+#include "app/preview/PreviewPanel.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 #include "editor/CommandIds.h"
@@ -38,6 +40,7 @@
 #include <zip.h>
 
 #include <chrono>
+#include <cstdio>
 #include <filesystem>
 
 namespace {
@@ -82,6 +85,21 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     addDockWidget(Qt::BottomDockWidgetArea, dock);
     // The editors keep most of the height; the monitor shows a few lines.
     resizeDocks({dock}, {150}, Qt::Vertical);
+    preview_ = std::make_unique<PhonePreview>(
+        [this](LayoutSnapshot* snapshot, const ControlValue* value) {
+            const EditorFrame* frame = ActiveFrame();
+            if (frame != nullptr)
+                frame->LayoutState(snapshot, value);
+            return frame != nullptr;
+        },
+        sender_, *monitor_);
+    previewPanel_ = new PreviewPanel(*preview_);
+    previewDock_ = new QDockWidget(QStringLiteral("Phone Preview"), this);
+    previewDock_->setObjectName(QStringLiteral("phonePreview"));
+    previewDock_->setWidget(previewPanel_);
+    addDockWidget(Qt::RightDockWidgetArea, previewDock_);
+    previewDock_->hide();
+    connect(preview_.get(), &PhonePreview::changed, this, &MainWindow::ShowPreviewState);
     statusBar()->showMessage(QStringLiteral("Ready"));
     BuildMenus();
     listener_.onMessage = [this](const OscMessageIn& message) { TakeReceived(message); };
@@ -168,6 +186,7 @@ void MainWindow::BuildMenus()
     QMenu* settings = menuBar()->addMenu(QStringLiteral("&Settings"));
     settings->addAction(QStringLiteral("&OSC Target..."), this, &MainWindow::ChooseOscTarget);
     settings->addAction(QStringLiteral("OSC &Input..."), this, &MainWindow::ChooseOscInput);
+    settings->addAction(QStringLiteral("&Phone Preview..."), this, &MainWindow::ChoosePreview);
 
     helpMenu_ = menuBar()->addMenu(QStringLiteral("&Help"));
     helpMenu_->addAction(QStringLiteral("&About vornosc"), this, [this] {
@@ -523,6 +542,44 @@ void MainWindow::SayInputRefused(const QString& reason)
 {
     monitor_->AddError(reason, QTime::currentTime());
     QMessageBox::warning(this, QStringLiteral("OSC Input"), reason);
+}
+
+void MainWindow::ChoosePreview()
+{
+    QSettings settings;
+    PreviewDialog dialog(LoadPreviewPlace(settings), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    SavePreviewPlace(settings, dialog.Place());
+    QString error;
+    if (!ServePreview(dialog.Place(), error))
+        SayPreviewRefused(error);
+}
+
+bool MainWindow::ServePreview(const PreviewPlace& place, QString& error)
+{
+    const QString before = preview_->Address();
+    if (!preview_->Serve(place, error))
+        return false;
+    if (preview_->IsServing() && preview_->Address() != before) {
+        std::printf("Phone preview: %s\n", preview_->Address().toUtf8().constData());
+        std::fflush(stdout);
+    }
+    return true;
+}
+
+void MainWindow::SayPreviewRefused(const QString& reason)
+{
+    monitor_->AddError(reason, QTime::currentTime());
+    QMessageBox::warning(this, QStringLiteral("Phone Preview"), reason);
+}
+
+void MainWindow::ShowPreviewState()
+{
+    previewPanel_->Refresh();
+    // The panel comes as the preview starts and goes as it stops.
+    if (preview_->IsServing() == previewDock_->isHidden())
+        previewDock_->setVisible(preview_->IsServing());
 }
 
 void MainWindow::TakeReceived(const OscMessageIn& message)

@@ -5,12 +5,14 @@
 #include "RecoveryKeeper.h"
 #include "app/osc/OscListener.h"
 #include "app/osc/OscSender.h"
+#include "app/preview/PhonePreview.h"
 #include "host/OSCParms.h"
 
 #include <QMainWindow>
 #include <QTimer>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,8 @@ class EditorFrame;
 struct LayoutFormat;
 class ModuleLibrary;
 class OscMonitor;
+class PreviewPanel;
+class QDockWidget;
 class QMenu;
 
 // The application's window: one frame per open layout, the module's menus
@@ -62,6 +66,13 @@ public:
     // Says in a box and in the monitor why the application does not listen.
     void SayInputRefused(const QString& reason);
     const OscListener& Listener() const { return listener_; }
+    // Serves the phone preview as place says, or stops it; on failure it
+    // serves nowhere and gives the reason. Each start prints the address to
+    // open on stdout.
+    bool ServePreview(const PreviewPlace& place, QString& error);
+    // Says in a box and in the monitor why the preview is not served.
+    void SayPreviewRefused(const QString& reason);
+    PhonePreview& Preview() { return *preview_; }
     // The text of Help > About: the program's and its libraries' versions.
     static QString AboutText();
 
@@ -92,6 +103,8 @@ private:
     bool OpenOtherAppLayout(const QString& path, const LayoutFormat& format);
     void ChooseOscTarget();
     void ChooseOscInput();
+    void ChoosePreview();
+    void ShowPreviewState();
     // A received message sets the value of the controls at its address in
     // every open layout; one without a value is counted and ignored.
     void TakeReceived(const OscMessageIn& message);
@@ -104,6 +117,10 @@ private:
     EditorArea* area_;
     OscMonitor* monitor_;
     OscListener listener_;
+    // Goes before the sender and the monitor it sends through.
+    std::unique_ptr<PhonePreview> preview_;
+    PreviewPanel* previewPanel_ = nullptr;
+    QDockWidget* previewDock_ = nullptr;
     int ignoredMessages_ = 0;
     QMenu* fileMenu_ = nullptr;
     QMenu* recentMenu_ = nullptr;

@@ -1,0 +1,68 @@
+#include "PreviewPlace.h"
+
+#include "app/osc/OscTarget.h"
+
+#include <QHostAddress>
+#include <QNetworkInterface>
+#include <QSettings>
+#include <QUrl>
+
+std::optional<PreviewPlace> ParsePreviewPlace(std::string_view text, std::string& error)
+{
+    // The same form as the OSC input's, told in the preview's words.
+    std::string ignored;
+    const std::optional<OscInput> place = ParseOscListen(text, ignored);
+    if (!place) {
+        error = "phone preview \"" + std::string(text) +
+                "\" is not [HOST:]PORT, for example 8080 or 192.168.1.5:8080, with a port from 1 "
+                "to 65535.";
+        return std::nullopt;
+    }
+    return PreviewPlace{true, place->host, place->port};
+}
+
+PreviewPlace LoadPreviewPlace(QSettings& settings)
+{
+    PreviewPlace place;
+    place.on = settings.value(QStringLiteral("preview/on"), false).toBool();
+    place.host = settings.value(QStringLiteral("preview/interface")).toString().toStdString();
+    const int port = settings.value(QStringLiteral("preview/port"), place.port).toInt();
+    if (port >= 1 && port <= 65535)
+        place.port = port;
+    return place;
+}
+
+void SavePreviewPlace(QSettings& settings, const PreviewPlace& place)
+{
+    settings.setValue(QStringLiteral("preview/on"), place.on);
+    settings.setValue(QStringLiteral("preview/interface"), QString::fromStdString(place.host));
+    settings.setValue(QStringLiteral("preview/port"), place.port);
+}
+
+QString PreviewUrl(const PreviewPlace& place, int port, const QString& key,
+                   const QString& lanAddress)
+{
+    QUrl url;
+    url.setScheme(QStringLiteral("http"));
+    url.setHost(place.host.empty() ? lanAddress : QString::fromStdString(place.host));
+    url.setPort(port);
+    url.setPath(QStringLiteral("/"));
+    url.setQuery(QStringLiteral("key=") + key);
+    return url.toString();
+}
+
+QString FirstLanAddress()
+{
+    for (const QNetworkInterface& interface : QNetworkInterface::allInterfaces()) {
+        const auto flags = interface.flags();
+        if (!flags.testFlag(QNetworkInterface::IsUp) ||
+            !flags.testFlag(QNetworkInterface::IsRunning) ||
+            flags.testFlag(QNetworkInterface::IsLoopBack))
+            continue;
+        for (const QNetworkAddressEntry& entry : interface.addressEntries()) {
+            if (entry.ip().protocol() == QAbstractSocket::IPv4Protocol)
+                return entry.ip().toString();
+        }
+    }
+    return QStringLiteral("127.0.0.1");
+}

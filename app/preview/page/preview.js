@@ -1,0 +1,346 @@
+'use strict';
+// The phone preview of a vornosc layout: draws the page as the editor's canvas
+// draws it in test mode, fills the screen with it, and tells vornosc of every
+// finger (or the mouse) on it. vornosc works out the values and sends them.
+(() => {
+  const kTitleBand = 40;
+  const kBannerInset = 8;
+  const kCorner = 2.5;  // the corners of every rounded rectangle
+  const kFaderCap = 16;
+  const kToggleInset = 4;
+  const kNameInset = 2;
+  const kNameLineHeight = 14;
+  const kRetryMilliseconds = 2000;
+  // The colour table, index 9 white; indexes past it take gray's.
+  const kColors = [
+    [255, 0, 0], [0, 255, 0], [0, 0, 255], [255, 255, 0], [127, 0, 127],
+    [127, 127, 127], [255, 127, 0], [127, 63, 0], [255, 20, 147], [255, 255, 255],
+  ];
+  const kGray = 5;
+  const kLabel = 0, kFader = 1, kKnob = 2, kToggle = 3, kButton = 4;
+  const kFaces = 'Arial, "Liberation Sans", sans-serif';
+  const kLabelFont = `500 12px ${kFaces}`;
+  const kNameFont = `400 12px ${kFaces}`;
+
+  const canvas = document.getElementById('surface');
+  const notice = document.getElementById('notice');
+  const context = canvas.getContext('2d');
+  const key = new URLSearchParams(location.search).get('key') || '';
+
+  // What vornosc told of the layout: the screen, the page names, the
+  // editor's page, and each page's controls.
+  const layout = { width: 0, height: 0, pages: [], current: 0, controls: [] };
+  // The page shown here: the editor's, until a tab is tapped.
+  let shownPage = 0;
+  // Where the page lies in the viewport, in CSS pixels.
+  const view = { scale: 1, left: 0, top: 0 };
+  const stats = { draws: 0, lastDrawMilliseconds: 0 };
+  const held = new Set();  // pointers pressed on the page
+  let socket = null;
+  let drawRequested = false;
+
+  function colorOf(index, divisor = 1) {
+    const rgb = kColors[index >= 0 && index < kColors.length ? index : kGray];
+    return `rgb(${rgb.map((channel) => Math.floor(channel / divisor)).join(',')})`;
+  }
+
+  function rectOf(control) {
+    return {
+      left: control.x, top: control.y,
+      right: control.x + control.width, bottom: control.y + control.height,
+    };
+  }
+
+  function inset(r, by) {
+    return { left: r.left + by, top: r.top + by, right: r.right - by, bottom: r.bottom - by };
+  }
+
+  function isEmpty(r) {
+    return r.right <= r.left || r.bottom <= r.top;
+  }
+
+  function fillRounded(r, color) {
+    if (isEmpty(r)) return;
+    const radius = Math.min(kCorner, (r.right - r.left) / 2, (r.bottom - r.top) / 2);
+    context.beginPath();
+    context.moveTo(r.left + radius, r.top);
+    context.arcTo(r.right, r.top, r.right, r.bottom, radius);
+    context.arcTo(r.right, r.bottom, r.left, r.bottom, radius);
+    context.arcTo(r.left, r.bottom, r.left, r.top, radius);
+    context.arcTo(r.left, r.top, r.right, r.top, radius);
+    context.closePath();
+    context.fillStyle = color;
+    context.fill();
+  }
+
+  function fillEllipse(r, color) {
+    if (isEmpty(r)) return;
+    context.beginPath();
+    context.ellipse((r.left + r.right) / 2, (r.top + r.bottom) / 2,
+      (r.right - r.left) / 2, (r.bottom - r.top) / 2, 0, 0, 2 * Math.PI);
+    context.fillStyle = color;
+    context.fill();
+  }
+
+  // A shape outlined by a pen: the whole shape in the pen's colour, the
+  // inside in the brush's, as the canvas draws it.
+  function outlined(fill, r, penWidth, pen, brush) {
+    fill(r, pen);
+    if (brush !== pen) fill(inset(r, penWidth), brush);
+  }
+
+  // The level of a fader grows from its cap in proportion to the value
+  // itself, not to its distance from the minimum, as on the canvas.
+  function faderLevel(control, r) {
+    const range = Math.abs(control.max - control.min) || 1;
+    const level = { ...r };
+    if (control.width < control.height) {
+      const base = r.bottom - kFaderCap;
+      level.top = base + Math.trunc(((r.top - base) * control.value) / range);
+    } else {
+      const base = r.left + kFaderCap;
+      level.right = base + Math.trunc(((r.right - base) * control.value) / range);
+    }
+    return level;
+  }
+
+  function drawFader(control, r) {
+    const full = colorOf(control.color);
+    outlined(fillRounded, r, 2, full, colorOf(control.color, 8));
+    fillRounded(faderLevel(control, r), full);
+  }
+
+  function drawKnob(control, r) {
+    const box = { ...r };
+    if (control.width >= control.height) box.right = box.left + control.height;
+    else box.bottom = box.top + control.width;
+    outlined(fillEllipse, box, 2, colorOf(control.color), colorOf(control.color, 8));
+    fillEllipse(inset(box, Math.trunc((box.right - box.left) / 4)), '#000');
+    // From the centre of the whole control, half its larger side long, over
+    // 270 degrees from lower left; the angle in single precision.
+    const cx = control.x + Math.trunc(control.width / 2);
+    const cy = control.y + Math.trunc(control.height / 2);
+    const radius = Math.trunc(Math.max(control.width, control.height) / 2);
+    const steps = Math.abs(control.max - control.min + 1) || 1;
+    const angle = Math.fround(Math.fround(Math.PI * 1.75) +
+      (Math.PI * -1.5 * Math.fround(control.value - control.min)) / Math.fround(steps));
+    context.beginPath();
+    context.moveTo(cx, cy);
+    context.lineTo(cx + Math.trunc(Math.sin(angle) * radius),
+      cy + Math.trunc(Math.cos(angle) * radius));
+    context.strokeStyle = colorOf(control.color);
+    context.lineWidth = 2;
+    context.stroke();
+  }
+
+  function drawToggle(control, r) {
+    outlined(fillRounded, r, 2, colorOf(control.color), colorOf(control.color, 8));
+    if (control.value === control.max) {
+      const lit = inset(r, kToggleInset);
+      if (!isEmpty(lit)) {
+        context.fillStyle = colorOf(control.color);
+        context.fillRect(lit.left, lit.top, lit.right - lit.left, lit.bottom - lit.top);
+      }
+    }
+  }
+
+  function drawLabel(control, r) {
+    outlined(fillRounded, r, 1, '#000', colorOf(control.color, 4));
+    context.font = kLabelFont;
+    context.fillStyle = colorOf(control.color);
+    context.textAlign = 'center';
+    context.fillText(control.name, (r.left + r.right) / 2, r.top);
+  }
+
+  // A name wraps at spaces within its inset; a word too long for a line
+  // stands alone on it, unclipped.
+  function drawName(control, r) {
+    const box = inset(r, kNameInset);
+    context.font = kNameFont;
+    context.fillStyle = '#fff';
+    context.textAlign = 'left';
+    let line = '';
+    let top = box.top;
+    for (const word of control.name.split(' ')) {
+      const longer = line ? `${line} ${word}` : word;
+      if (line && context.measureText(longer).width > box.right - box.left) {
+        context.fillText(line, box.left, top);
+        top += kNameLineHeight;
+        line = word;
+      } else {
+        line = longer;
+      }
+    }
+    if (line) context.fillText(line, box.left, top);
+  }
+
+  const kPainters = {
+    [kLabel]: drawLabel,
+    [kFader]: drawFader,
+    [kKnob]: drawKnob,
+    [kToggle]: drawToggle,
+    [kButton]: (control, r) => fillRounded(r, colorOf(control.color, 2)),
+  };
+
+  // The tabs of the pages, in the title strip where the canvas shows its banner.
+  function tabRects() {
+    const count = layout.pages.length;
+    const span = (layout.width - 2 * kBannerInset) / Math.max(count, 1);
+    return layout.pages.map((name, i) => ({
+      left: kBannerInset + i * span + (i > 0 ? 1 : 0),
+      right: kBannerInset + (i + 1) * span - (i < count - 1 ? 1 : 0),
+      top: kBannerInset,
+      bottom: kTitleBand - kBannerInset,
+    }));
+  }
+
+  function drawTitleStrip() {
+    fillRounded({ left: 0, top: 0, right: layout.width, bottom: kTitleBand }, '#3f3f3f');
+    context.font = kLabelFont;
+    context.textAlign = 'center';
+    tabRects().forEach((tab, i) => {
+      const shown = i === shownPage;
+      fillRounded(tab, shown ? '#7f0000' : '#262626');
+      context.save();
+      context.beginPath();
+      context.rect(tab.left, tab.top, tab.right - tab.left, tab.bottom - tab.top);
+      context.clip();
+      context.fillStyle = shown ? '#fff' : '#bfbfbf';
+      context.fillText(layout.pages[i] || `Page ${i + 1}`, (tab.left + tab.right) / 2, tab.top + 4);
+      context.restore();
+    });
+  }
+
+  function draw() {
+    drawRequested = false;
+    const started = performance.now();
+    const ratio = window.devicePixelRatio || 1;
+    const width = window.innerWidth;
+    const height = window.innerHeight;
+    if (canvas.width !== Math.round(width * ratio) || canvas.height !== Math.round(height * ratio)) {
+      canvas.width = Math.round(width * ratio);
+      canvas.height = Math.round(height * ratio);
+    }
+    context.setTransform(1, 0, 0, 1, 0, 0);
+    context.fillStyle = '#000';
+    context.fillRect(0, 0, canvas.width, canvas.height);
+    if (layout.width > 0 && layout.height > 0) {
+      view.scale = Math.min(width / layout.width, height / layout.height);
+      view.left = (width - layout.width * view.scale) / 2;
+      view.top = (height - layout.height * view.scale) / 2;
+      context.setTransform(ratio * view.scale, 0, 0, ratio * view.scale,
+        ratio * view.left, ratio * view.top);
+      context.textBaseline = 'top';
+      drawTitleStrip();
+      const controls = layout.controls[shownPage] || [];
+      // The control with the lowest index is drawn last, on top.
+      for (let i = controls.length - 1; i >= 0; --i) {
+        const control = controls[i];
+        const painter = kPainters[control.type];
+        if (!painter) continue;
+        const r = rectOf(control);
+        painter(control, r);
+        if (control.type !== kLabel) drawName(control, r);
+      }
+    }
+    stats.lastDrawMilliseconds = performance.now() - started;
+    stats.draws += 1;
+  }
+
+  function requestDraw() {
+    if (drawRequested) return;
+    drawRequested = true;
+    requestAnimationFrame(draw);
+  }
+
+  function say(text) {
+    notice.textContent = text;
+    notice.hidden = !text;
+  }
+
+  function take(message) {
+    if (message.kind === 'layout') {
+      // A change of the editor's page shows here too.
+      if (message.current !== layout.current || shownPage >= message.pages.length) {
+        shownPage = message.current;
+      }
+      Object.assign(layout, {
+        width: message.width, height: message.height, pages: message.pages,
+        current: message.current,
+      });
+      layout.controls.length = message.pages.length;
+      say(message.pages.length ? '' : 'No layout is open in vornosc.');
+    } else if (message.kind === 'page') {
+      layout.controls[message.page] = message.controls;
+    } else if (message.kind === 'values') {
+      const controls = layout.controls[message.page];
+      if (!controls) return;
+      for (const [index, value] of message.values) {
+        if (controls[index]) controls[index].value = value;
+      }
+    } else {
+      return;
+    }
+    requestDraw();
+  }
+
+  function connect() {
+    const scheme = location.protocol === 'https:' ? 'wss' : 'ws';
+    socket = new WebSocket(`${scheme}://${location.host}/socket?key=${encodeURIComponent(key)}`);
+    socket.onmessage = (event) => take(JSON.parse(event.data));
+    socket.onclose = (event) => {
+      held.clear();
+      say(event.reason || 'The connection to vornosc was lost; trying again…');
+      setTimeout(connect, kRetryMilliseconds);
+    };
+  }
+
+  function send(phase, event) {
+    if (!socket || socket.readyState !== WebSocket.OPEN) return;
+    socket.send(JSON.stringify({
+      kind: 'pointer',
+      pointer: event.pointerId,
+      phase,
+      page: shownPage,
+      x: Math.floor((event.clientX - view.left) / view.scale),
+      y: Math.floor((event.clientY - view.top) / view.scale),
+    }));
+  }
+
+  function tabAt(event) {
+    const x = (event.clientX - view.left) / view.scale;
+    const y = (event.clientY - view.top) / view.scale;
+    return tabRects().findIndex((tab) =>
+      x >= tab.left && x < tab.right && y >= tab.top && y < tab.bottom);
+  }
+
+  canvas.addEventListener('pointerdown', (event) => {
+    event.preventDefault();
+    const tab = tabAt(event);
+    if (tab >= 0) {
+      shownPage = tab;
+      requestDraw();
+      return;
+    }
+    held.add(event.pointerId);
+    // A finger that slides off the page still ends its press here.
+    canvas.setPointerCapture(event.pointerId);
+    send('down', event);
+  });
+  canvas.addEventListener('pointermove', (event) => {
+    if (held.has(event.pointerId)) send('move', event);
+  });
+  for (const [type, phase] of [['pointerup', 'up'], ['pointercancel', 'cancel']]) {
+    canvas.addEventListener(type, (event) => {
+      if (!held.delete(event.pointerId)) return;
+      send(phase, event);
+    });
+  }
+  window.addEventListener('resize', requestDraw);
+  window.addEventListener('orientationchange', requestDraw);
+
+  // For a look from outside: what is drawn, where, and how fast.
+  window.vornoscPreview = { layout, view, stats, shownPage: () => shownPage };
+  connect();
+  requestDraw();
+})();
