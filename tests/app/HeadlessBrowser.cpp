@@ -113,15 +113,6 @@ void HeadlessBrowser::Touches(const char* type, const std::vector<Touch>& down)
          {{QStringLiteral("type"), QLatin1String(type)}, {QStringLiteral("touchPoints"), points}});
 }
 
-QImage HeadlessBrowser::Screenshot()
-{
-    const QByteArray png = QByteArray::fromBase64(Call(QStringLiteral("Page.captureScreenshot"))
-                                                      .value(QStringLiteral("data"))
-                                                      .toString()
-                                                      .toLatin1());
-    return QImage::fromData(png, "PNG");
-}
-
 QJsonObject HeadlessBrowser::Call(const QString& method, const QJsonObject& parameters)
 {
     return Send(method, parameters, session_);

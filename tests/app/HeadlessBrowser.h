@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QImage>
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -35,7 +34,6 @@ public:
                    std::chrono::milliseconds timeout = std::chrono::seconds(5));
     // "touchStart", "touchMove" or "touchEnd" with the points down after it.
     void Touches(const char* type, const std::vector<Touch>& down);
-    QImage Screenshot();
 
 private:
     // Sends a command to the page and waits for its answer's result.

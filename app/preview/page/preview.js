@@ -316,6 +316,7 @@
 
   canvas.addEventListener('pointerdown', (event) => {
     event.preventDefault();
+    if (event.pointerType === 'mouse' && event.button !== 0) return;
     const tab = tabAt(event);
     if (tab >= 0) {
       shownPage = tab;
