@@ -250,7 +250,12 @@ bool TVornOSCEditor::event(QEvent* event)
         // A shortcut of the menu may fire next: its items must know the rules.
         OnInitMenuPopup(hMenu, 0, false);
     } else if (event->type() == QEvent::KeyPress && hasFocus() && hAccel != nullptr) {
-        if (const int command = TranslateAccelerator(hAccel, *static_cast<QKeyEvent*>(event))) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (const int command = TranslateAccelerator(hAccel, key)) {
+            OnCommand(command);
+            return true;
+        }
+        if (const int command = TranslateGridMove(key)) {
             OnCommand(command);
             return true;
         }

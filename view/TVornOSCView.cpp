@@ -24,6 +24,8 @@ unsigned MouseFlags(const QMouseEvent* event)
         flags |= TVornOSCView::kExtendFlag;
     if (event->modifiers() & Qt::ControlModifier)
         flags |= TVornOSCView::kToggleFlag;
+    if (event->modifiers() & Qt::AltModifier)
+        flags |= TVornOSCView::kFreeFlag;
     return flags;
 }
 

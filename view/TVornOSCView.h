@@ -43,6 +43,11 @@ public:
     std::uint8_t movingSelection = 0;
     std::int32_t resizeEdge = 0;          // ResizeStateOf the edge being dragged, or 0
     OSCControl* activeControl = nullptr;  // operated in test mode
+    // The grid: shown as dots, and whether mouse edits land on it. Its step
+    // in layout units is the module's, for every canvas.
+    std::uint8_t showGrid = 0;
+    std::uint8_t snapToGrid = 0;
+    static int gridStep;
     // Called as the left button goes down on the canvas and after it comes up,
     // so that the window that owns the view can keep a drag as one change.
     std::function<void()> onLeftPress, onLeftRelease;
@@ -50,6 +55,7 @@ public:
     // Mouse flags: which modifier keys were held.
     static constexpr unsigned kExtendFlag = 0x10;  // Shift: keep the selection
     static constexpr unsigned kToggleFlag = 0x01;  // Ctrl: flip one control
+    static constexpr unsigned kFreeFlag = 0x20;    // ours, Alt: move off the grid
 
     // The part of the view that shows the page: all of it but the scroll bars.
     CRect ClientRect() const;
@@ -108,11 +114,21 @@ private:
     // Tells the host which control test mode operated, and how.
     void SendOperated(const OSCControl& control, OperatedControl::Phase phase);
     void ResizeSelected(CPoint point);
+    // Dots at every grid point of the page in invalid, below the title strip.
+    void PaintGrid(DeviceContext& dc, const QRect& invalid);
+    bool Snapping(unsigned flags) const;
+    // Where a move drag to point ends when the grabbed control's top-left
+    // corner lands on the grid.
+    CPoint SnappedMove(CPoint point) const;
+    // The point that makes the next resize step put the grabbed edge on the grid.
+    CPoint SnappedResize(CPoint point) const;
     void SetCapture();
     void ReleaseCapture();
 
     QScrollBar* horizontalBar_;
     QScrollBar* verticalBar_;
+    CPoint grabbedCorner_;  // the top-left corner of the control a move drag took
+    int grabbedIndex_ = -1;  // the control whose edge a resize drag took
     int wheelTurn_ = 0;  // eighths of a degree turned short of a whole notch
     TextImageCache texts_;
 };

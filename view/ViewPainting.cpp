@@ -85,6 +85,8 @@ void TVornOSCView::OnPaint(const QRect& invalid)
         DrawInArialFont(dc, "Test Mode", banner, kCentredText);
     }
 
+    if (showGrid)
+        PaintGrid(dc, invalid);
     const OSCPage* page = project.CurrentPage();
     if (page == nullptr)
         return;
