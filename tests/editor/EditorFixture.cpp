@@ -173,7 +173,9 @@ void EditorTest::Do(const std::string& step)
     std::istringstream(rest) >> at.rx() >> at.ry() >> to.rx() >> to.ry();
     const auto has = [&rest](const char* word) { return rest.find(word) != std::string::npos; };
     Qt::KeyboardModifiers keys;
-    keys.setFlag(Qt::ShiftModifier, has("Shift")).setFlag(Qt::ControlModifier, has("Ctrl"));
+    keys.setFlag(Qt::ShiftModifier, has("Shift"))
+        .setFlag(Qt::ControlModifier, has("Ctrl"))
+        .setFlag(Qt::AltModifier, has("Alt"));
     const QPoint beside(100, editor->height() - 5);  // in the grey below the page list
     TVornOSCView& view = editor->view;
     if (verb == "press" || verb == "drag")
