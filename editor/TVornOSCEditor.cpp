@@ -35,6 +35,9 @@ constexpr QRgb kViewFrameColor = 0x0C0C0C;
 
 constexpr std::size_t kPathBufferBytes = 256;
 
+constexpr std::intptr_t kLeastGridStep = 2;
+constexpr std::intptr_t kLargestGridStep = 100;
+
 QString NameOf(const OSCPage& page)
 {
     const std::string_view name = TextOf(page.name);
@@ -329,6 +332,14 @@ std::intptr_t TVornOSCEditor::OnHostRequest(std::intptr_t* words)
             if (set.onCurrentPage)
                 view.update();
             return set.controls;
+        }
+        case kRequestGridStep: {
+            const std::intptr_t step = words[kRequestGridStepWord];
+            if (step >= kLeastGridStep && step <= kLargestGridStep) {
+                TVornOSCView::gridStep = static_cast<int>(step);
+                view.update();
+            }
+            return TVornOSCView::gridStep;
         }
         case kRequestSetDevice:
             // The host restores what the layout file cannot keep: no change of the user's.

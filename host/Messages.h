@@ -55,6 +55,10 @@ enum HostRequestCode : std::intptr_t {
     // the layout becomes one never saved, changed, and shown under the name
     // in word 8 until it is saved.
     kRequestBecomeNew = 78,  // 'N'
+    // Ours, for a host that lets users choose the grid: the grid step of
+    // every canvas set from word 1 when it is from 2 to 100 units (0 leaves
+    // it); answers the step in force.
+    kRequestGridStep = 71,  // 'G'
 };
 
 // Words of the editor-open request: the menu and the accelerator table.
@@ -62,6 +66,8 @@ constexpr int kRequestMenuWord = 8;
 constexpr int kRequestAcceleratorsWord = 9;
 // Word of the set-device request: the device, 0 or 1.
 constexpr int kRequestDeviceWord = 1;
+// Word of the grid request: the step.
+constexpr int kRequestGridStepWord = 1;
 // Words of the set-values request: the address and the value.
 constexpr int kRequestAddressWord = 8;
 constexpr int kRequestValueWord = 9;

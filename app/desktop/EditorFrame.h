@@ -36,6 +36,9 @@ public:
     // The layout's target device (0 or 1), which its file does not keep.
     int Device() const;
     void SetDevice(int device);
+    // The grid step of every canvas: set from step when it is from 2 to 100,
+    // answered as it stands.
+    int GridStep(int step = 0) const;
     // Sets the test-mode value of the controls at address; answers how many.
     int SetValues(const char* address, const ReceivedValue& value);
     // The title as the frame shows it: the editor's, with a "*" after the

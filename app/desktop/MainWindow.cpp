@@ -26,6 +26,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputDialog>
 #include <QLocale>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -44,6 +45,10 @@ namespace {
 
 constexpr std::chrono::milliseconds kRecoveryInterval{3000};
 const QString kGeometryKey = QStringLiteral("mainWindow/geometry");
+const QString kGridStepKey = QStringLiteral("grid/step");
+constexpr int kDefaultGridStep = 10;
+constexpr int kLeastGridStep = 2;
+constexpr int kLargestGridStep = 100;
 
 // The module's items carry their command ids; the application's carry none.
 int CommandOf(const QAction* action)
@@ -168,6 +173,7 @@ void MainWindow::BuildMenus()
     QMenu* settings = menuBar()->addMenu(QStringLiteral("&Settings"));
     settings->addAction(QStringLiteral("&OSC Target..."), this, &MainWindow::ChooseOscTarget);
     settings->addAction(QStringLiteral("OSC &Input..."), this, &MainWindow::ChooseOscInput);
+    settings->addAction(QStringLiteral("&Grid..."), this, &MainWindow::ChooseGridStep);
 
     helpMenu_ = menuBar()->addMenu(QStringLiteral("&Help"));
     helpMenu_->addAction(QStringLiteral("&About vornosc"), this, [this] {
@@ -291,8 +297,10 @@ void MainWindow::RefreshTitles()
 void MainWindow::ShowNewFrame()
 {
     // The module placed its frame by its own rule; here layouts fill the work area.
-    if (EditorFrame* frame = std::exchange(newFrame_, nullptr))
+    if (EditorFrame* frame = std::exchange(newFrame_, nullptr)) {
+        frame->GridStep(QSettings().value(kGridStepKey, kDefaultGridStep).toInt());
         frame->showMaximized();
+    }
     titleRefresh_.start();
 }
 
@@ -512,6 +520,25 @@ void MainWindow::ChooseOscInput()
     QString error;
     if (!ListenFor(dialog.Input(), error))
         SayInputRefused(error);
+}
+
+void MainWindow::ChooseGridStep()
+{
+    bool chosen = false;
+    const int step = QInputDialog::getInt(
+        this, QStringLiteral("Grid"),
+        QStringLiteral("Grid step, in layout units (the grid shows and snaps from the View menu):"),
+        QSettings().value(kGridStepKey, kDefaultGridStep).toInt(), kLeastGridStep,
+        kLargestGridStep, 1, &chosen);
+    if (chosen)
+        ApplyGridStep(step);
+}
+
+void MainWindow::ApplyGridStep(int step)
+{
+    QSettings().setValue(kGridStepKey, step);
+    for (EditorFrame* frame : Frames())
+        frame->GridStep(step);
 }
 
 bool MainWindow::ListenFor(const OscInput& input, QString& error)

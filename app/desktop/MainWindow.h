@@ -61,6 +61,8 @@ public:
     bool ListenFor(const OscInput& input, QString& error);
     // Says in a box and in the monitor why the application does not listen.
     void SayInputRefused(const QString& reason);
+    // The grid step of every canvas, remembered for the next start.
+    void ApplyGridStep(int step);
     const OscListener& Listener() const { return listener_; }
     // The text of Help > About: the program's and its libraries' versions.
     static QString AboutText();
@@ -92,6 +94,7 @@ private:
     bool OpenOtherAppLayout(const QString& path, const LayoutFormat& format);
     void ChooseOscTarget();
     void ChooseOscInput();
+    void ChooseGridStep();
     // A received message sets the value of the controls at its address in
     // every open layout; one without a value is counted and ignored.
     void TakeReceived(const OscMessageIn& message);

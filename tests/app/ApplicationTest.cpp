@@ -307,3 +307,15 @@ TEST_F(AppTest, EachLayoutReopensForTheDeviceItWasKeptForAndPathsAndFoldersAreTh
 }
 
 }  // namespace
+
+TEST_F(AppTest, TheGridStepChosenInSettingsReachesEveryCanvasAndTheNextOnes)
+{
+    window->NewLayout();
+    EXPECT_EQ(Frame().GridStep(), 10) << "the first start's step";
+    window->ApplyGridStep(25);
+    EXPECT_EQ(Frame().GridStep(), 25);
+    EXPECT_EQ(Frame().GridStep(1), 25) << "a step under 2 is refused";
+    Frame().GridStep(7);
+    window->NewLayout();
+    EXPECT_EQ(Frame().GridStep(), 25) << "a new layout takes the remembered step";
+}
