@@ -67,6 +67,8 @@ public:
     // Recomputes the scroll ranges from the client size and the device's
     // screen; a changed device shows in them at the next size change.
     void InitScroll();
+    // A scroll request from bar, or from the window's own bars when it is
+    // null; the view's bar shows the new position either way.
     void OnHScroll(int code, int pos, QScrollBar* bar);
     void OnVScroll(int code, int pos, QScrollBar* bar);
 
@@ -103,8 +105,8 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
 
 private:
-    void OnScroll(int code, int pos, QScrollBar* bar, std::int16_t& position, std::int16_t max,
-                  int page, bool horizontal);
+    void OnScroll(int code, int pos, std::int16_t& position, std::int16_t max, int page,
+                  bool horizontal);
     void ScrollWindow(int dx, int dy);
     void SetScrollInfo(QScrollBar* bar, int page, int position, int max);
     void ConnectScrollBar(QScrollBar* bar, bool horizontal);
