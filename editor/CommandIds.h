@@ -55,6 +55,10 @@ enum CommandId : int {
     ID_SAME_HEIGHT = 33112,
     ID_VIEW_GRID = 33113,  // dots every grid step, checked when shown
     ID_VIEW_SNAP = 33114,  // mouse edits land on the grid, checked when on
+    ID_VIEW_ZOOMIN = 33115,  // the canvas's zoom, one step at a time
+    ID_VIEW_ZOOMOUT = 33116,
+    ID_VIEW_ACTUALSIZE = 33117,  // back to 100%
+    ID_VIEW_FITPAGE = 33118,     // the whole page in the window
     ID_GRID_LEFT = 33119,  // Shift with an arrow: the selection moves a grid step
     ID_GRID_RIGHT = 33120,
     ID_GRID_UP = 33121,

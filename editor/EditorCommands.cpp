@@ -85,6 +85,10 @@ constexpr Command kCommands[] = {
     {ID_SAME_HEIGHT, &E::OnSameHeight, &E::HasSeveralSelected, "Same Height"},
     {ID_VIEW_GRID, &E::OnViewGrid, nullptr, nullptr},  // checked while shown
     {ID_VIEW_SNAP, &E::OnViewSnap, nullptr, nullptr},  // checked while on
+    {ID_VIEW_ZOOMIN, &E::OnViewZoomIn, nullptr, nullptr},
+    {ID_VIEW_ZOOMOUT, &E::OnViewZoomOut, nullptr, nullptr},
+    {ID_VIEW_ACTUALSIZE, &E::OnViewActualSize, nullptr, nullptr},
+    {ID_VIEW_FITPAGE, &E::OnViewFitPage, nullptr, nullptr},
     {ID_GRID_LEFT, &E::OnGridLeft, nullptr, "Move"},
     {ID_GRID_RIGHT, &E::OnGridRight, nullptr, "Move"},
     {ID_GRID_UP, &E::OnGridUp, nullptr, "Move"},
@@ -370,7 +374,7 @@ void TVornOSCEditor::FitViewToScreen()
 {
     // The screen may have changed: the canvas starts again at its origin.
     view.scrollX = view.scrollXMax = view.scrollY = view.scrollYMax = 0;
-    view.setGeometry(200, 0, project.GetScreenW(), project.GetScreenH());
+    view.setGeometry(200, 0, view.Zoomed(project.GetScreenW()), view.Zoomed(project.GetScreenH()));
     PositionOSCView(width(), height());
     view.update();
     update();

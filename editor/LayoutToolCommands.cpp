@@ -5,6 +5,10 @@
 #include "document/LayoutTools.h"
 #include "host/VornBasics.h"
 
+#include <QStyle>
+
+#include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace {
@@ -147,6 +151,48 @@ void TVornOSCEditor::OnViewGrid()
 void TVornOSCEditor::OnViewSnap()
 {
     view.snapToGrid = view.snapToGrid != 0 ? 0 : 1;
+}
+
+namespace {
+
+constexpr int kZoomSteps[] = {25, 33, 50, 67, 75, 100, 125, 150, 200, 300, 400};
+constexpr int kPageListStrip = 200;
+
+}  // namespace
+
+void TVornOSCEditor::SetZoom(int percent)
+{
+    view.zoomPercent = std::clamp(percent, TVornOSCView::kLeastZoom, TVornOSCView::kLargestZoom);
+    PositionOSCView(width(), height());
+    view.InitScroll();
+    view.update();
+    update();
+}
+
+void TVornOSCEditor::OnViewZoomIn()
+{
+    const int* next = std::upper_bound(std::begin(kZoomSteps), std::end(kZoomSteps), view.zoomPercent);
+    SetZoom(next != std::end(kZoomSteps) ? *next : TVornOSCView::kLargestZoom);
+}
+
+void TVornOSCEditor::OnViewZoomOut()
+{
+    const int* next = std::lower_bound(std::begin(kZoomSteps), std::end(kZoomSteps), view.zoomPercent);
+    SetZoom(next != std::begin(kZoomSteps) ? *(next - 1) : TVornOSCView::kLeastZoom);
+}
+
+void TVornOSCEditor::OnViewActualSize()
+{
+    SetZoom(100);
+}
+
+void TVornOSCEditor::OnViewFitPage()
+{
+    // The largest zoom at which the page and the bars beside it fit right of the page list.
+    const int bars = view.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &view);
+    const int across = (width() - kPageListStrip - bars) * 100 / project.GetScreenW();
+    const int down = (height() - bars) * 100 / project.GetScreenH();
+    SetZoom(std::min(across, down));
 }
 
 void TVornOSCEditor::OnGridLeft()

@@ -18,6 +18,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <QStyle>
 
 #include <cstdio>
 #include <fstream>
@@ -42,6 +43,11 @@ QString NameOf(const OSCPage& page)
 {
     const std::string_view name = TextOf(page.name);
     return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+}
+
+int BarExtent(const QWidget& widget)
+{
+    return widget.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &widget);
 }
 
 void CopyToBuffer(std::intptr_t buffer, const std::string& text)
@@ -137,7 +143,10 @@ void TVornOSCEditor::OnSize(int, int cx, int cy)
 
 void TVornOSCEditor::PositionOSCView(int cx, int cy)
 {
-    const CRect r = ViewPlacement(cx, cy, project.GetScreenW(), project.GetScreenH());
+    // Zoomed, the view has room for its bars beside the whole page.
+    const int bars = view.zoomPercent == 100 ? 0 : BarExtent(view);
+    const CRect r = ViewPlacement(cx, cy, view.Zoomed(project.GetScreenW()) + bars,
+                                  view.Zoomed(project.GetScreenH()) + bars);
     // The oversized first move makes the view lay out its scroll bars again
     // even when its final size has not changed.
     view.setGeometry(r.left, r.top, r.Width() + 40, r.Height() + 40);
@@ -333,6 +342,8 @@ std::intptr_t TVornOSCEditor::OnHostRequest(std::intptr_t* words)
                 view.update();
             return set.controls;
         }
+        case kRequestZoom:
+            return view.zoomPercent;
         case kRequestGridStep: {
             const std::intptr_t step = words[kRequestGridStepWord];
             if (step >= kLeastGridStep && step <= kLargestGridStep) {

@@ -124,6 +124,10 @@ public:
     void OnSameHeight();
     void OnViewGrid();
     void OnViewSnap();
+    void OnViewZoomIn();
+    void OnViewZoomOut();
+    void OnViewActualSize();
+    void OnViewFitPage();
     void OnGridLeft();
     void OnGridRight();
     void OnGridUp();
@@ -160,6 +164,8 @@ private:
     // Shows the layout as undo or redo left it.
     void ShowRestored(std::uint8_t device, std::uint8_t orientation);
     void NoteSavedState();
+    // Shows the canvas at percent, placed and scrolled for it.
+    void SetZoom(int percent);
     // Runs a tool on the selection; one that would leave the screen is
     // refused with message.
     void Arrange(bool (*tool)(OSCPage&, int, int, int), int how, const char* message);

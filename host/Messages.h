@@ -59,6 +59,8 @@ enum HostRequestCode : std::intptr_t {
     // every canvas set from word 1 when it is from 2 to 100 units (0 leaves
     // it); answers the step in force.
     kRequestGridStep = 71,  // 'G'
+    // Ours, for a host that shows the zoom: answers the canvas's zoom in percent.
+    kRequestZoom = 90,  // 'Z'
 };
 
 // Words of the editor-open request: the menu and the accelerator table.

@@ -125,20 +125,19 @@ void TVornOSCView::OnSize(int, int, int)
 
 void TVornOSCView::InitScroll()
 {
-    const CRect client = ClientRect();
-    const ScrollAxis across = FitScrollAxis(scrollX, project.GetScreenW(), client.Width(),
+    const ScrollAxis across = FitScrollAxis(scrollX, project.GetScreenW(), ClientUnitsWide(),
                                             GetSystemMetrics(kMetricScrollBarExtent));
     scrollX = across.position;
     scrollXMax = across.max;
-    SetScrollInfo(horizontalBar_, client.Width(), scrollX, scrollXMax);
+    SetScrollInfo(horizontalBar_, ClientUnitsWide(), scrollX, scrollXMax);
 
-    const ScrollAxis down = FitScrollAxis(scrollY, project.GetScreenH(), client.Height(),
+    const ScrollAxis down = FitScrollAxis(scrollY, project.GetScreenH(), ClientUnitsHigh(),
                                           GetSystemMetrics(kMetricLargeIcon));
     scrollY = down.position;
     scrollYMax = down.max;
     if (across.shift != 0 || down.shift != 0)
         ScrollWindow(-across.shift, -down.shift);
-    SetScrollInfo(verticalBar_, client.Height(), scrollY, scrollYMax);
+    SetScrollInfo(verticalBar_, ClientUnitsHigh(), scrollY, scrollYMax);
 }
 
 void TVornOSCView::SetScrollInfo(QScrollBar* bar, int page, int position, int max)
@@ -154,12 +153,12 @@ void TVornOSCView::SetScrollInfo(QScrollBar* bar, int page, int position, int ma
 
 void TVornOSCView::OnHScroll(int code, int pos, QScrollBar*)
 {
-    OnScroll(code, pos, scrollX, scrollXMax, ClientRect().Width(), true);
+    OnScroll(code, pos, scrollX, scrollXMax, ClientUnitsWide(), true);
 }
 
 void TVornOSCView::OnVScroll(int code, int pos, QScrollBar*)
 {
-    OnScroll(code, pos, scrollY, scrollYMax, ClientRect().Height(), false);
+    OnScroll(code, pos, scrollY, scrollYMax, ClientUnitsHigh(), false);
 }
 
 void TVornOSCView::OnScroll(int code, int pos, std::int16_t& position, std::int16_t max, int page,
@@ -180,7 +179,10 @@ void TVornOSCView::OnScroll(int code, int pos, std::int16_t& position, std::int1
 void TVornOSCView::ScrollWindow(int dx, int dy)
 {
     // Moves what is already drawn; only the strip it uncovers is repainted.
+    // Zoomed, a unit is not a whole number of pixels: all is drawn again.
     const CRect client = ClientRect();
+    if (zoomPercent != 100)
+        return update(0, 0, client.Width(), client.Height());
     scroll(dx, dy, QRect(0, 0, client.Width(), client.Height()));
 }
 
@@ -199,7 +201,8 @@ std::uint32_t TVornOSCView::GetScaledColor(int colorIndex, int divisor)
 
 CPoint TVornOSCView::ToLayout(CPoint point) const
 {
-    return {point.x + scrollX, point.y + scrollY};
+    const CPoint units = Unzoomed(point);
+    return {units.x + scrollX, units.y + scrollY};
 }
 
 void TVornOSCView::paintEvent(QPaintEvent* event)

@@ -14,6 +14,7 @@ class DeviceContext;
 class OSCControl;
 class OSCPage;
 class OSCProject;
+class QPainter;
 class QScrollBar;
 class VornBasics;
 
@@ -48,6 +49,11 @@ public:
     std::uint8_t showGrid = 0;
     std::uint8_t snapToGrid = 0;
     static int gridStep;
+    // Screen pixels per 100 layout units, from 25 to 400; every edit and test
+    // works in layout units whatever it is.
+    int zoomPercent = 100;
+    static constexpr int kLeastZoom = 25;
+    static constexpr int kLargestZoom = 400;
     // Called as the left button goes down on the canvas and after it comes up,
     // so that the window that owns the view can keep a drag as one change.
     std::function<void()> onLeftPress, onLeftRelease;
@@ -59,6 +65,11 @@ public:
 
     // The part of the view that shows the page: all of it but the scroll bars.
     CRect ClientRect() const;
+    // The client area's size in layout units at the zoom.
+    int ClientUnitsWide() const;
+    int ClientUnitsHigh() const;
+    // n layout units in pixels at the zoom, rounded up.
+    int Zoomed(int n) const;
     QScrollBar* HorizontalBar() const { return horizontalBar_; }
     QScrollBar* VerticalBar() const { return verticalBar_; }
 
@@ -79,6 +90,8 @@ public:
 
     // Paints the part of the view that invalid covers.
     void OnPaint(const QRect& invalid);
+    // The page at 100% as OnPaint paints it, onto painter.
+    void PaintPage(QPainter& painter, const QRect& invalid);
     void PaintLabel(DeviceContext& dc, OSCControl* control);
     void PaintFader(DeviceContext& dc, OSCControl* control);
     void PaintKnob(DeviceContext& dc, OSCControl* control);
@@ -112,6 +125,10 @@ private:
     void ConnectScrollBar(QScrollBar* bar, bool horizontal);
     int GetSystemMetrics(int index) const;
     CPoint ToLayout(CPoint point) const;
+    // A point in view pixels in layout units, before the scroll.
+    CPoint Unzoomed(CPoint point) const;
+    // The page at 100% scaled to the zoom, for what invalid covers.
+    void PaintZoomed(const QRect& invalid);
     void SendStatusText(const char* text);
     // Tells the host which control test mode operated, and how.
     void SendOperated(const OSCControl& control, OperatedControl::Phase phase);

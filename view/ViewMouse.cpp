@@ -181,7 +181,7 @@ void TVornOSCView::OnLButtonUp(unsigned flags, CPoint point)
 void TVornOSCView::OnLButtonDblClk(unsigned, CPoint point)
 {
     // Less the scroll, unlike every other handler: kept as users know it.
-    if (point.y - scrollY > kPropertiesTop)
+    if (Unzoomed(point).y - scrollY > kPropertiesTop)
         toolkit::PostMessage(HandleOf(parentWidget()), WM_OSC_PROPERTIES, 0, 0);
 }
 

@@ -39,6 +39,8 @@ public:
     // The grid step of every canvas: set from step when it is from 2 to 100,
     // answered as it stands.
     int GridStep(int step = 0) const;
+    // The canvas's zoom in percent.
+    int Zoom() const;
     // Sets the test-mode value of the controls at address; answers how many.
     int SetValues(const char* address, const ReceivedValue& value);
     // The title as the frame shows it: the editor's, with a "*" after the

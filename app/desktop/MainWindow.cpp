@@ -27,6 +27,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLocale>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -88,6 +89,8 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     // The editors keep most of the height; the monitor shows a few lines.
     resizeDocks({dock}, {150}, Qt::Vertical);
     statusBar()->showMessage(QStringLiteral("Ready"));
+    zoomLabel_ = new QLabel(this);
+    statusBar()->addPermanentWidget(zoomLabel_);
     BuildMenus();
     listener_.onMessage = [this](const OscMessageIn& message) { TakeReceived(message); };
     listener_.onMalformed = [this] {
@@ -292,6 +295,7 @@ void MainWindow::RefreshTitles()
     // A maximized frame's title joins the window's, with its "*" shown by this mark.
     const EditorFrame* active = ActiveFrame();
     setWindowModified(active != nullptr && active->isWindowModified());
+    zoomLabel_->setText(active != nullptr ? QStringLiteral("%1%").arg(active->Zoom()) : QString());
 }
 
 void MainWindow::ShowNewFrame()

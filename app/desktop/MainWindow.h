@@ -19,6 +19,7 @@ class EditorFrame;
 struct LayoutFormat;
 class ModuleLibrary;
 class OscMonitor;
+class QLabel;
 class QMenu;
 
 // The application's window: one frame per open layout, the module's menus
@@ -117,4 +118,5 @@ private:
     QAction* moduleFilePlace_ = nullptr;  // where the module's file commands go
     EditorFrame* newFrame_ = nullptr;     // the frame made last, until it is shown
     QTimer titleRefresh_;                 // coalesces the title updates after input
+    QLabel* zoomLabel_ = nullptr;         // the active layout's zoom
 };
