@@ -156,6 +156,8 @@ void EditorTest::Lay(const json& layout)
         inName = memory[2], inCommand = memory[3];
     }
     editor->view.testMode = 0;
+    editor->view.showGrid = editor->view.snapToGrid = 0;
+    editor->OnCommand(ID_VIEW_ACTUALSIZE);
     kept_.clear();
     held_ = {};
     keys_.clear();
