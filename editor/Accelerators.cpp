@@ -55,3 +55,21 @@ int TranslateAccelerator(const AcceleratorRecord* table, const QKeyEvent& event)
     }
     return 0;
 }
+
+int TranslateGridMove(const QKeyEvent& event)
+{
+    if (event.modifiers() != Qt::ShiftModifier && event.modifiers() != (Qt::ShiftModifier | Qt::KeypadModifier))
+        return 0;
+    switch (event.key()) {
+        case Qt::Key_Left:
+            return ID_GRID_LEFT;
+        case Qt::Key_Right:
+            return ID_GRID_RIGHT;
+        case Qt::Key_Up:
+            return ID_GRID_UP;
+        case Qt::Key_Down:
+            return ID_GRID_DOWN;
+        default:
+            return 0;
+    }
+}

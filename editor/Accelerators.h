@@ -20,3 +20,7 @@ extern "C" VORNOSC_EXPORT const AcceleratorRecord AcceleratorsOSC[9];
 
 // The command that table binds to the key event, or 0.
 int TranslateAccelerator(const AcceleratorRecord* table, const QKeyEvent& event);
+
+// Ours: the command that Shift with an arrow key gives, moving the selection by
+// a grid step, or 0.
+int TranslateGridMove(const QKeyEvent& event);

@@ -40,4 +40,27 @@ enum CommandId : int {
     ID_FILE_SAVE_AS = 57604,
     ID_EDIT_UNDO = 57643,  // ours: takes back the last change
     ID_EDIT_REDO = 57644,  // ours: does again the change last taken back
+    // Ours, from here on: the layout tools.
+    ID_EDIT_DUPLICATE = 33100,       // a copy of the selection beside it
+    ID_EDIT_DUPLICATEARRAY = 33101,  // numbered copies in a row or column
+    ID_ALIGN_LEFT = 33103,           // to ID_ALIGN_MIDDLE: the selection's edges or centres
+    ID_ALIGN_RIGHT = 33104,
+    ID_ALIGN_TOP = 33105,
+    ID_ALIGN_BOTTOM = 33106,
+    ID_ALIGN_CENTRE = 33107,
+    ID_ALIGN_MIDDLE = 33108,
+    ID_DISTRIBUTE_ACROSS = 33109,  // equal gaps between neighbours
+    ID_DISTRIBUTE_DOWN = 33110,
+    ID_SAME_WIDTH = 33111,
+    ID_SAME_HEIGHT = 33112,
+    ID_VIEW_GRID = 33113,  // dots every grid step, checked when shown
+    ID_VIEW_SNAP = 33114,  // mouse edits land on the grid, checked when on
+    ID_VIEW_ZOOMIN = 33115,  // the canvas's zoom, one step at a time
+    ID_VIEW_ZOOMOUT = 33116,
+    ID_VIEW_ACTUALSIZE = 33117,  // back to 100%
+    ID_VIEW_FITPAGE = 33118,     // the whole page in the window
+    ID_GRID_LEFT = 33119,  // Shift with an arrow: the selection moves a grid step
+    ID_GRID_RIGHT = 33120,
+    ID_GRID_UP = 33121,
+    ID_GRID_DOWN = 33122,
 };

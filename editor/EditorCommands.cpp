@@ -8,6 +8,7 @@
 #include "TVornOSCEditor.h"
 #include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
+#include "document/LayoutTools.h"
 #include "host/Messages.h"
 #include "host/Toolkit.h"
 #include "view/QtWindowHandle.h"
@@ -70,6 +71,28 @@ constexpr Command kCommands[] = {
     {ID_SETCOLOR_ORANGE, &E::OnSetcolorOrange, &E::HasSelection, "Color"},
     {ID_SETCOLOR_BROWN, &E::OnSetcolorBrown, &E::HasSelection, "Color"},
     {ID_SETCOLOR_PINK, &E::OnSetcolorPink, &E::HasSelection, "Color"},
+    {ID_EDIT_DUPLICATE, &E::OnEditDuplicate, &E::HasSelection, "Duplicate"},
+    {ID_EDIT_DUPLICATEARRAY, &E::OnEditDuplicateArray, &E::HasSelection, "Duplicate as Array"},
+    {ID_ALIGN_LEFT, &E::OnAlignLeft, &E::HasSeveralSelected, "Align"},
+    {ID_ALIGN_RIGHT, &E::OnAlignRight, &E::HasSeveralSelected, "Align"},
+    {ID_ALIGN_TOP, &E::OnAlignTop, &E::HasSeveralSelected, "Align"},
+    {ID_ALIGN_BOTTOM, &E::OnAlignBottom, &E::HasSeveralSelected, "Align"},
+    {ID_ALIGN_CENTRE, &E::OnAlignCentre, &E::HasSeveralSelected, "Align"},
+    {ID_ALIGN_MIDDLE, &E::OnAlignMiddle, &E::HasSeveralSelected, "Align"},
+    {ID_DISTRIBUTE_ACROSS, &E::OnDistributeAcross, &E::HasThreeSelected, "Distribute"},
+    {ID_DISTRIBUTE_DOWN, &E::OnDistributeDown, &E::HasThreeSelected, "Distribute"},
+    {ID_SAME_WIDTH, &E::OnSameWidth, &E::HasSeveralSelected, "Same Width"},
+    {ID_SAME_HEIGHT, &E::OnSameHeight, &E::HasSeveralSelected, "Same Height"},
+    {ID_VIEW_GRID, &E::OnViewGrid, nullptr, nullptr},  // checked while shown
+    {ID_VIEW_SNAP, &E::OnViewSnap, nullptr, nullptr},  // checked while on
+    {ID_VIEW_ZOOMIN, &E::OnViewZoomIn, nullptr, nullptr},
+    {ID_VIEW_ZOOMOUT, &E::OnViewZoomOut, nullptr, nullptr},
+    {ID_VIEW_ACTUALSIZE, &E::OnViewActualSize, nullptr, nullptr},
+    {ID_VIEW_FITPAGE, &E::OnViewFitPage, nullptr, nullptr},
+    {ID_GRID_LEFT, &E::OnGridLeft, nullptr, "Move"},
+    {ID_GRID_RIGHT, &E::OnGridRight, nullptr, "Move"},
+    {ID_GRID_UP, &E::OnGridUp, nullptr, "Move"},
+    {ID_GRID_DOWN, &E::OnGridDown, nullptr, "Move"},
 };
 
 const Command* FindCommand(int id)
@@ -108,10 +131,14 @@ void TVornOSCEditor::OnInitMenuPopup(QMenu* menu, int, bool)
         action->setEnabled(command->enabled == nullptr || (this->*command->enabled)());
         if (command->id == ID_OSCTESTMODE)
             action->setChecked(view.testMode != 0);
+        else if (command->id == ID_VIEW_GRID)
+            action->setChecked(view.showGrid != 0);
+        else if (command->id == ID_VIEW_SNAP)
+            action->setChecked(view.snapToGrid != 0);
         else if (command->id == ID_EDIT_UNDO)
             action->setText(QStringLiteral("&Undo %1").arg(QString::fromStdString(history.UndoName())).trimmed());
         else if (command->id == ID_EDIT_REDO)
-            action->setText(QStringLiteral("&Redo %1").arg(QString::fromStdString(history.RedoName())).trimmed());
+            action->setText(QStringLiteral("R&edo %1").arg(QString::fromStdString(history.RedoName())).trimmed());
     }
 }
 
@@ -145,6 +172,16 @@ bool TVornOSCEditor::HasSeveralPages() const
     return project.pages.size() >= 2;
 }
 
+bool TVornOSCEditor::HasSeveralSelected() const
+{
+    return project.GetNumSelected() >= 2;
+}
+
+bool TVornOSCEditor::HasThreeSelected() const
+{
+    return project.GetNumSelected() >= 3;
+}
+
 void TVornOSCEditor::MarkChangedAndRepaint()
 {
     modified = 1;
@@ -165,7 +202,14 @@ void TVornOSCEditor::OnEditCopy()
 
 void TVornOSCEditor::OnEditPaste()
 {
+    OSCPage& page = *project.CurrentPage();
+    const std::size_t before = page.controls.size();
     project.Paste();
+    // Pasted and inserted controls come in front; with the grid on they land on it.
+    if (view.snapToGrid != 0 && page.controls.size() > before) {
+        SnapFrontControls(page, static_cast<int>(page.controls.size() - before),
+                          TVornOSCView::gridStep, project.GetScreenW(), project.GetScreenH());
+    }
     MarkChangedAndRepaint();
 }
 
@@ -330,7 +374,7 @@ void TVornOSCEditor::FitViewToScreen()
 {
     // The screen may have changed: the canvas starts again at its origin.
     view.scrollX = view.scrollXMax = view.scrollY = view.scrollYMax = 0;
-    view.setGeometry(200, 0, project.GetScreenW(), project.GetScreenH());
+    view.setGeometry(200, 0, view.Zoomed(project.GetScreenW()), view.Zoomed(project.GetScreenH()));
     PositionOSCView(width(), height());
     view.update();
     update();

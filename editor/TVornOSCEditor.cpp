@@ -19,6 +19,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QSignalBlocker>
+#include <QStyle>
 
 #include <cstdio>
 #include <fstream>
@@ -36,10 +37,18 @@ constexpr QRgb kViewFrameColor = 0x0C0C0C;
 
 constexpr std::size_t kPathBufferBytes = 256;
 
+constexpr std::intptr_t kLeastGridStep = 2;
+constexpr std::intptr_t kLargestGridStep = 100;
+
 QString NameOf(const OSCPage& page)
 {
     const std::string_view name = TextOf(page.name);
     return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+}
+
+int BarExtent(const QWidget& widget)
+{
+    return widget.style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, &widget);
 }
 
 void CopyToBuffer(std::intptr_t buffer, const std::string& text)
@@ -135,7 +144,10 @@ void TVornOSCEditor::OnSize(int, int cx, int cy)
 
 void TVornOSCEditor::PositionOSCView(int cx, int cy)
 {
-    const CRect r = ViewPlacement(cx, cy, project.GetScreenW(), project.GetScreenH());
+    // Zoomed, the view has room for its bars beside the whole page.
+    const int bars = view.zoomPercent == 100 ? 0 : BarExtent(view);
+    const CRect r = ViewPlacement(cx, cy, view.Zoomed(project.GetScreenW()) + bars,
+                                  view.Zoomed(project.GetScreenH()) + bars);
     // The oversized first move makes the view lay out its scroll bars again
     // even when its final size has not changed.
     view.setGeometry(r.left, r.top, r.Width() + 40, r.Height() + 40);
@@ -251,7 +263,12 @@ bool TVornOSCEditor::event(QEvent* event)
         // A shortcut of the menu may fire next: its items must know the rules.
         OnInitMenuPopup(hMenu, 0, false);
     } else if (event->type() == QEvent::KeyPress && hasFocus() && hAccel != nullptr) {
-        if (const int command = TranslateAccelerator(hAccel, *static_cast<QKeyEvent*>(event))) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (const int command = TranslateAccelerator(hAccel, key)) {
+            OnCommand(command);
+            return true;
+        }
+        if (const int command = TranslateGridMove(key)) {
             OnCommand(command);
             return true;
         }
@@ -331,6 +348,16 @@ std::intptr_t TVornOSCEditor::OnHostRequest(std::intptr_t* words)
             if (set.onCurrentPage)
                 view.update();
             return set.controls;
+        }
+        case kRequestZoom:
+            return view.zoomPercent;
+        case kRequestGridStep: {
+            const std::intptr_t step = words[kRequestGridStepWord];
+            if (step >= kLeastGridStep && step <= kLargestGridStep) {
+                TVornOSCView::gridStep = static_cast<int>(step);
+                view.update();
+            }
+            return TVornOSCView::gridStep;
         }
         case kRequestSetDevice:
             // The host restores what the layout file cannot keep: no change of the user's.

@@ -109,6 +109,29 @@ public:
     void OnSetcolorOrange();
     void OnSetcolorBrown();
     void OnSetcolorPink();
+    // The layout tools.
+    void OnEditDuplicate();
+    void OnEditDuplicateArray();
+    void OnAlignLeft();
+    void OnAlignRight();
+    void OnAlignTop();
+    void OnAlignBottom();
+    void OnAlignCentre();
+    void OnAlignMiddle();
+    void OnDistributeAcross();
+    void OnDistributeDown();
+    void OnSameWidth();
+    void OnSameHeight();
+    void OnViewGrid();
+    void OnViewSnap();
+    void OnViewZoomIn();
+    void OnViewZoomOut();
+    void OnViewActualSize();
+    void OnViewFitPage();
+    void OnGridLeft();
+    void OnGridRight();
+    void OnGridUp();
+    void OnGridDown();
 
     // The enable rules of the command table.
     bool CanSave() const;
@@ -119,6 +142,8 @@ public:
     bool ClipboardHasControls() const;
     bool PageHasControls() const;
     bool HasSeveralPages() const;
+    bool HasSeveralSelected() const;
+    bool HasThreeSelected() const;
 
 protected:
     bool event(QEvent* event) override;
@@ -139,6 +164,11 @@ private:
     // Shows the layout as undo or redo left it.
     void ShowRestored(std::uint8_t device, std::uint8_t orientation);
     void NoteSavedState();
+    // Shows the canvas at percent, placed and scrolled for it.
+    void SetZoom(int percent);
+    // Runs a tool on the selection; one that would leave the screen is
+    // refused with message.
+    void Arrange(bool (*tool)(OSCPage&, int, int, int), int how, const char* message);
     std::intptr_t OnHostRequest(std::intptr_t* words);
     // Writes the layout to path as it stands, for a host's recovery copy.
     bool WriteCopy(const char* path);

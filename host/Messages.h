@@ -61,6 +61,12 @@ enum HostRequestCode : std::intptr_t {
     // LayoutSnapshot, it is filled with the layout as it stands, values
     // included. Answers 1 when a value was set.
     kRequestLayoutState = 83,  // 'S'
+    // Ours, for a host that lets users choose the grid: the grid step of
+    // every canvas set from word 1 when it is from 2 to 100 units (0 leaves
+    // it); answers the step in force.
+    kRequestGridStep = 71,  // 'G'
+    // Ours, for a host that shows the zoom: answers the canvas's zoom in percent.
+    kRequestZoom = 90,  // 'Z'
 };
 
 // Words of the editor-open request: the menu and the accelerator table.
@@ -68,6 +74,8 @@ constexpr int kRequestMenuWord = 8;
 constexpr int kRequestAcceleratorsWord = 9;
 // Word of the set-device request: the device, 0 or 1.
 constexpr int kRequestDeviceWord = 1;
+// Word of the grid request: the step.
+constexpr int kRequestGridStepWord = 1;
 // Words of the set-values request: the address and the value.
 constexpr int kRequestAddressWord = 8;
 constexpr int kRequestValueWord = 9;

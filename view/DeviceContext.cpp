@@ -167,6 +167,14 @@ void DeviceContext::Ellipse(const CRect& r)
         r, [&](const CRect& shape, const QColor& color) { FillEllipse(painter_, shape, color); });
 }
 
+void DeviceContext::Dots(const QPolygon& points, ColorRef color)
+{
+    painter_.save();
+    painter_.setPen(ToQColor(color));
+    painter_.drawPoints(points);
+    painter_.restore();
+}
+
 void DeviceContext::Line(CPoint from, CPoint to)
 {
     painter_.drawLine(from.x, from.y, to.x, to.y);

@@ -6,6 +6,7 @@
 #include <QBrush>
 #include <QFont>
 #include <QPen>
+#include <QPolygon>
 
 #include <cstdint>
 
@@ -53,6 +54,8 @@ public:
     void RoundRect(const CRect& r, CPoint corner);
     void Ellipse(const CRect& r);
     void Line(CPoint from, CPoint to);
+    // One pixel at each point.
+    void Dots(const QPolygon& points, ColorRef color);
     void DrawText(const char* text, const CRect& r, unsigned format);
 
 private:

@@ -138,3 +138,11 @@ std::string StatusText(const OSCControl& control, const EditState& state)
     std::snprintf(text, sizeof text, "%s: x=%d y=%d w=%d, h=%d", control.name, x, y, w, h);
     return text;
 }
+
+int IndexOf(const OSCPage& page, const OSCControl* control)
+{
+    const auto& controls = page.controls;
+    const auto found = std::find_if(controls.begin(), controls.end(),
+                                    [control](const auto& c) { return c.get() == control; });
+    return found == controls.end() ? -1 : static_cast<int>(found - controls.begin());
+}

@@ -31,6 +31,9 @@ bool FindEditEdge(const OSCPage& page, CPoint point, OSCControl** control, int* 
 // right are not bounded.
 bool ResizeStep(OSCControl& control, int edge, int d);
 
+// Where control stands in the page's order, or -1.
+int IndexOf(const OSCPage& page, const OSCControl* control);
+
 // A knob keeps equal sides: the dimension that edge changed is copied into the
 // other. Other controls are left alone.
 void KeepKnobSquare(OSCControl& control, int edge);

@@ -7,8 +7,11 @@
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QPainter>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStyle>
+#include <QStyleOption>
 #include <QWheelEvent>
 
 namespace {
@@ -24,6 +27,8 @@ unsigned MouseFlags(const QMouseEvent* event)
         flags |= TVornOSCView::kExtendFlag;
     if (event->modifiers() & Qt::ControlModifier)
         flags |= TVornOSCView::kToggleFlag;
+    if (event->modifiers() & Qt::AltModifier)
+        flags |= TVornOSCView::kFreeFlag;
     return flags;
 }
 
@@ -57,12 +62,13 @@ int TVornOSCView::OnCreate()
 void TVornOSCView::ConnectScrollBar(QScrollBar* bar, bool horizontal)
 {
     bar->setSingleStep(kScrollLine);
-    const auto scroll = [this, bar, horizontal](int code) {
+    const auto scrollTo = [this, horizontal, bar](int code, int pos) {
         if (horizontal)
-            OnHScroll(code, bar->sliderPosition(), bar);
+            OnHScroll(code, pos, bar);
         else
-            OnVScroll(code, bar->sliderPosition(), bar);
+            OnVScroll(code, pos, bar);
     };
+    const auto scroll = [scrollTo, bar](int code) { scrollTo(code, bar->sliderPosition()); };
     connect(bar, &QScrollBar::actionTriggered, this, [scroll](int action) {
         switch (action) {
             case QAbstractSlider::SliderSingleStepAdd:
@@ -75,11 +81,20 @@ void TVornOSCView::ConnectScrollBar(QScrollBar* bar, bool horizontal)
                 return scroll(kPageBack);
             case QAbstractSlider::SliderMove:
                 return scroll(kThumbTrack);
+            case QAbstractSlider::SliderToMinimum:  // the bar's menu: "Left edge", "Top"
+            case QAbstractSlider::SliderToMaximum:  // "Right edge", "Bottom"
+                return scroll(kThumbPosition);
             default:
                 return;
         }
     });
     connect(bar, &QScrollBar::sliderReleased, this, [scroll] { scroll(kThumbPosition); });
+    // "Scroll here" in the bar's menu sets the bar without an action: the
+    // canvas follows, so that bar and canvas never disagree.
+    connect(bar, &QScrollBar::valueChanged, this, [this, horizontal, scrollTo](int value) {
+        if (value != (horizontal ? scrollX : scrollY))
+            scrollTo(kThumbPosition, value);
+    });
 }
 
 int TVornOSCView::GetSystemMetrics(int index) const
@@ -110,24 +125,25 @@ void TVornOSCView::OnSize(int, int, int)
 
 void TVornOSCView::InitScroll()
 {
-    const CRect client = ClientRect();
-    const ScrollAxis across = FitScrollAxis(scrollX, project.GetScreenW(), client.Width(),
+    const ScrollAxis across = FitScrollAxis(scrollX, project.GetScreenW(), ClientUnitsWide(),
                                             GetSystemMetrics(kMetricScrollBarExtent));
     scrollX = across.position;
     scrollXMax = across.max;
-    SetScrollInfo(horizontalBar_, client.Width(), scrollX, scrollXMax);
+    SetScrollInfo(horizontalBar_, ClientUnitsWide(), scrollX, scrollXMax);
 
-    const ScrollAxis down = FitScrollAxis(scrollY, project.GetScreenH(), client.Height(),
+    const ScrollAxis down = FitScrollAxis(scrollY, project.GetScreenH(), ClientUnitsHigh(),
                                           GetSystemMetrics(kMetricLargeIcon));
     scrollY = down.position;
     scrollYMax = down.max;
     if (across.shift != 0 || down.shift != 0)
         ScrollWindow(-across.shift, -down.shift);
-    SetScrollInfo(verticalBar_, client.Height(), scrollY, scrollYMax);
+    SetScrollInfo(verticalBar_, ClientUnitsHigh(), scrollY, scrollYMax);
 }
 
 void TVornOSCView::SetScrollInfo(QScrollBar* bar, int page, int position, int max)
 {
+    // The position is already the canvas's: the bar only shows it.
+    const QSignalBlocker quiet(bar);
     // The bar stays, disabled, when the whole screen is in view.
     bar->setRange(0, max);
     bar->setPageStep(page);
@@ -135,18 +151,18 @@ void TVornOSCView::SetScrollInfo(QScrollBar* bar, int page, int position, int ma
     bar->setEnabled(max > 0);
 }
 
-void TVornOSCView::OnHScroll(int code, int pos, QScrollBar* bar)
+void TVornOSCView::OnHScroll(int code, int pos, QScrollBar*)
 {
-    OnScroll(code, pos, bar, scrollX, scrollXMax, ClientRect().Width(), true);
+    OnScroll(code, pos, scrollX, scrollXMax, ClientUnitsWide(), true);
 }
 
-void TVornOSCView::OnVScroll(int code, int pos, QScrollBar* bar)
+void TVornOSCView::OnVScroll(int code, int pos, QScrollBar*)
 {
-    OnScroll(code, pos, bar, scrollY, scrollYMax, ClientRect().Height(), false);
+    OnScroll(code, pos, scrollY, scrollYMax, ClientUnitsHigh(), false);
 }
 
-void TVornOSCView::OnScroll(int code, int pos, QScrollBar* bar, std::int16_t& position,
-                            std::int16_t max, int page, bool horizontal)
+void TVornOSCView::OnScroll(int code, int pos, std::int16_t& position, std::int16_t max, int page,
+                            bool horizontal)
 {
     const std::optional<int> step = ScrollStep(code, pos, position, max, page);
     if (!step)
@@ -156,14 +172,17 @@ void TVornOSCView::OnScroll(int code, int pos, QScrollBar* bar, std::int16_t& po
         ScrollWindow(-*step, 0);
     else
         ScrollWindow(0, -*step);
-    if (bar != nullptr)
-        bar->setValue(position);
+    // The view's own bar shows the position, whichever bar asked, if any.
+    (horizontal ? horizontalBar_ : verticalBar_)->setValue(position);
 }
 
 void TVornOSCView::ScrollWindow(int dx, int dy)
 {
     // Moves what is already drawn; only the strip it uncovers is repainted.
+    // Zoomed, a unit is not a whole number of pixels: all is drawn again.
     const CRect client = ClientRect();
+    if (zoomPercent != 100)
+        return update(0, 0, client.Width(), client.Height());
     scroll(dx, dy, QRect(0, 0, client.Width(), client.Height()));
 }
 
@@ -182,16 +201,28 @@ std::uint32_t TVornOSCView::GetScaledColor(int colorIndex, int divisor)
 
 CPoint TVornOSCView::ToLayout(CPoint point) const
 {
-    return {point.x + scrollX, point.y + scrollY};
+    const CPoint units = Unzoomed(point);
+    return {units.x + scrollX, units.y + scrollY};
 }
 
 void TVornOSCView::paintEvent(QPaintEvent* event)
 {
     OnPaint(event->rect());
+    // The square between the two bars belongs to neither the page nor a bar.
+    const CRect client = ClientRect();
+    QStyleOption corner;
+    corner.initFrom(this);
+    corner.rect =
+        QRect(client.right, client.bottom, width() - client.right, height() - client.bottom);
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_PanelScrollAreaCorner, &corner, &painter, this);
 }
 
 void TVornOSCView::mousePressEvent(QMouseEvent* event)
 {
+    // Only the square between the bars is outside the client area: nothing is there to press.
+    if (!ClientRect().PtInRect(PointOf(event)))
+        return;
     if (event->button() == Qt::LeftButton) {
         if (onLeftPress)
             onLeftPress();
@@ -212,7 +243,7 @@ void TVornOSCView::mouseReleaseEvent(QMouseEvent* event)
 
 void TVornOSCView::mouseDoubleClickEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
+    if (event->button() == Qt::LeftButton && ClientRect().PtInRect(PointOf(event)))
         OnLButtonDblClk(MouseFlags(event), PointOf(event));
 }
 

@@ -61,6 +61,7 @@ void TVornOSCView::OnLButtonDown(unsigned flags, CPoint point)
         }
         lastPoint = point;
         resizeEdge = ResizeStateOf(edge);
+        grabbedIndex_ = IndexOf(*project.CurrentPage(), c);
     } else if (c != nullptr) {
         if (!(flags & kExtendFlag)) {
             if (flags & kToggleFlag)
@@ -72,6 +73,7 @@ void TVornOSCView::OnLButtonDown(unsigned flags, CPoint point)
             c->selected = 1;
         // Even a control just toggled off starts a drag of the selection.
         movingSelection = 1;
+        grabbedCorner_ = {c->x, c->y};
     } else {
         if (!(flags & kExtendFlag))
             project.UnselectAll();
@@ -81,10 +83,10 @@ void TVornOSCView::OnLButtonDown(unsigned flags, CPoint point)
     SetCapture();
 }
 
-void TVornOSCView::OnMouseMove(unsigned, CPoint point)
+void TVornOSCView::OnMouseMove(unsigned flags, CPoint point)
 {
     point = ToLayout(point);
-    dragPoint = point;
+    dragPoint = movingSelection && Snapping(flags) ? SnappedMove(point) : point;
     if (rubberBanding || movingSelection)
         update();
     const OSCPage* page = project.CurrentPage();
@@ -97,8 +99,8 @@ void TVornOSCView::OnMouseMove(unsigned, CPoint point)
         page->GetSelectedControls(selected);
         c = selected.empty() ? nullptr : selected.front();
     }
-    const EditState state{
-        resizeEdge, movingSelection != 0, {point.x - anchorPoint.x, point.y - anchorPoint.y}};
+    const EditState state{resizeEdge, movingSelection != 0,
+                          {dragPoint.x - anchorPoint.x, dragPoint.y - anchorPoint.y}};
     SendStatusText(c != nullptr ? StatusText(*c, state).c_str() : "");
 
     if (c != nullptr && testMode && c == activeControl) {
@@ -118,7 +120,7 @@ void TVornOSCView::OnMouseMove(unsigned, CPoint point)
             unsetCursor();
     }
     if (resizeEdge != kNoResize)
-        ResizeSelected(point);
+        ResizeSelected(Snapping(flags) ? SnappedResize(point) : point);
 }
 
 void TVornOSCView::ResizeSelected(CPoint point)
@@ -161,6 +163,8 @@ void TVornOSCView::OnLButtonUp(unsigned flags, CPoint point)
         rubberBanding = 0;
     }
     if (movingSelection) {
+        if (Snapping(flags))
+            point = SnappedMove(point);
         // The page refuses a move that would leave the screen. A move that
         // happened is a change the editor must know of, as a resize step is.
         if (project.MoveSelected(point.x - anchorPoint.x, point.y - anchorPoint.y))
@@ -177,7 +181,7 @@ void TVornOSCView::OnLButtonUp(unsigned flags, CPoint point)
 void TVornOSCView::OnLButtonDblClk(unsigned, CPoint point)
 {
     // Less the scroll, unlike every other handler: kept as users know it.
-    if (point.y - scrollY > kPropertiesTop)
+    if (Unzoomed(point).y - scrollY > kPropertiesTop)
         toolkit::PostMessage(HandleOf(parentWidget()), WM_OSC_PROPERTIES, 0, 0);
 }
 

@@ -65,7 +65,14 @@ void DrawInArialFont(DeviceContext& dc, const char* text, const CRect& r, unsign
 
 void TVornOSCView::OnPaint(const QRect& invalid)
 {
+    if (zoomPercent != 100)
+        return PaintZoomed(invalid);
     QPainter painter(this);
+    PaintPage(painter, invalid);
+}
+
+void TVornOSCView::PaintPage(QPainter& painter, const QRect& invalid)
+{
     DeviceContext dc(painter, texts_);
     dc.FillRect({invalid.left(), invalid.top(), invalid.right() + 1, invalid.bottom() + 1}, kBlack);
 
@@ -85,6 +92,8 @@ void TVornOSCView::OnPaint(const QRect& invalid)
         DrawInArialFont(dc, "Test Mode", banner, kCentredText);
     }
 
+    if (showGrid)
+        PaintGrid(dc, invalid);
     const OSCPage* page = project.CurrentPage();
     if (page == nullptr)
         return;

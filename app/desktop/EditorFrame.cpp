@@ -98,6 +98,16 @@ void EditorFrame::SetDevice(int device)
     Request(kRequestSetDevice, kRequestDeviceWord, device);
 }
 
+int EditorFrame::GridStep(int step) const
+{
+    return static_cast<int>(Request(kRequestGridStep, kRequestGridStepWord, step));
+}
+
+int EditorFrame::Zoom() const
+{
+    return static_cast<int>(Request(kRequestZoom));
+}
+
 int EditorFrame::SetValues(const char* address, const ReceivedValue& value)
 {
     HostRequest request;

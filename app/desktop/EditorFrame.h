@@ -38,6 +38,11 @@ public:
     // The layout's target device (0 or 1), which its file does not keep.
     int Device() const;
     void SetDevice(int device);
+    // The grid step of every canvas: set from step when it is from 2 to 100,
+    // answered as it stands.
+    int GridStep(int step = 0) const;
+    // The canvas's zoom in percent.
+    int Zoom() const;
     // Sets the test-mode value of the controls at address; answers how many.
     int SetValues(const char* address, const ReceivedValue& value);
     // Sets the test-mode value of one control, when value is given, then

@@ -28,6 +28,8 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QInputDialog>
+#include <QLabel>
 #include <QLocale>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -47,6 +49,10 @@ namespace {
 
 constexpr std::chrono::milliseconds kRecoveryInterval{3000};
 const QString kGeometryKey = QStringLiteral("mainWindow/geometry");
+const QString kGridStepKey = QStringLiteral("grid/step");
+constexpr int kDefaultGridStep = 10;
+constexpr int kLeastGridStep = 2;
+constexpr int kLargestGridStep = 100;
 
 // The module's items carry their command ids; the application's carry none.
 int CommandOf(const QAction* action)
@@ -101,6 +107,8 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     previewDock_->hide();
     connect(preview_.get(), &PhonePreview::changed, this, &MainWindow::ShowPreviewState);
     statusBar()->showMessage(QStringLiteral("Ready"));
+    zoomLabel_ = new QLabel(this);
+    statusBar()->addPermanentWidget(zoomLabel_);
     BuildMenus();
     listener_.onMessage = [this](const OscMessageIn& message) { TakeReceived(message); };
     listener_.onMalformed = [this] {
@@ -186,6 +194,7 @@ void MainWindow::BuildMenus()
     QMenu* settings = menuBar()->addMenu(QStringLiteral("&Settings"));
     settings->addAction(QStringLiteral("&OSC Target..."), this, &MainWindow::ChooseOscTarget);
     settings->addAction(QStringLiteral("OSC &Input..."), this, &MainWindow::ChooseOscInput);
+    settings->addAction(QStringLiteral("&Grid..."), this, &MainWindow::ChooseGridStep);
     settings->addAction(QStringLiteral("&Phone Preview..."), this, &MainWindow::ChoosePreview);
 
     helpMenu_ = menuBar()->addMenu(QStringLiteral("&Help"));
@@ -305,13 +314,16 @@ void MainWindow::RefreshTitles()
     // A maximized frame's title joins the window's, with its "*" shown by this mark.
     const EditorFrame* active = ActiveFrame();
     setWindowModified(active != nullptr && active->isWindowModified());
+    zoomLabel_->setText(active != nullptr ? QStringLiteral("%1%").arg(active->Zoom()) : QString());
 }
 
 void MainWindow::ShowNewFrame()
 {
     // The module placed its frame by its own rule; here layouts fill the work area.
-    if (EditorFrame* frame = std::exchange(newFrame_, nullptr))
+    if (EditorFrame* frame = std::exchange(newFrame_, nullptr)) {
+        frame->GridStep(QSettings().value(kGridStepKey, kDefaultGridStep).toInt());
         frame->showMaximized();
+    }
     titleRefresh_.start();
 }
 
@@ -531,6 +543,25 @@ void MainWindow::ChooseOscInput()
     QString error;
     if (!ListenFor(dialog.Input(), error))
         SayInputRefused(error);
+}
+
+void MainWindow::ChooseGridStep()
+{
+    bool chosen = false;
+    const int step = QInputDialog::getInt(
+        this, QStringLiteral("Grid"),
+        QStringLiteral("Grid step, in layout units (the grid shows and snaps from the View menu):"),
+        QSettings().value(kGridStepKey, kDefaultGridStep).toInt(), kLeastGridStep,
+        kLargestGridStep, 1, &chosen);
+    if (chosen)
+        ApplyGridStep(step);
+}
+
+void MainWindow::ApplyGridStep(int step)
+{
+    QSettings().setValue(kGridStepKey, step);
+    for (EditorFrame* frame : Frames())
+        frame->GridStep(step);
 }
 
 bool MainWindow::ListenFor(const OscInput& input, QString& error)

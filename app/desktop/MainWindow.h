@@ -23,6 +23,7 @@ class ModuleLibrary;
 class OscMonitor;
 class PreviewPanel;
 class QDockWidget;
+class QLabel;
 class QMenu;
 
 // The application's window: one frame per open layout, the module's menus
@@ -65,6 +66,8 @@ public:
     bool ListenFor(const OscInput& input, QString& error);
     // Says in a box and in the monitor why the application does not listen.
     void SayInputRefused(const QString& reason);
+    // The grid step of every canvas, remembered for the next start.
+    void ApplyGridStep(int step);
     const OscListener& Listener() const { return listener_; }
     // Serves the phone preview as place says, or stops it; on failure it
     // serves nowhere and gives the reason. Each start prints the address to
@@ -103,6 +106,7 @@ private:
     bool OpenOtherAppLayout(const QString& path, const LayoutFormat& format);
     void ChooseOscTarget();
     void ChooseOscInput();
+    void ChooseGridStep();
     void ChoosePreview();
     void ShowPreviewState();
     // A received message sets the value of the controls at its address in
@@ -131,4 +135,5 @@ private:
     QAction* moduleFilePlace_ = nullptr;  // where the module's file commands go
     EditorFrame* newFrame_ = nullptr;     // the frame made last, until it is shown
     QTimer titleRefresh_;                 // coalesces the title updates after input
+    QLabel* zoomLabel_ = nullptr;         // the active layout's zoom
 };

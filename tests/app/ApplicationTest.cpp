@@ -199,7 +199,7 @@ TEST_F(AppTest, EachKeyHasOneItemAndTheKeysForClosingSavingAndDeletingDoWhatThey
                 << name << " is both " << place->second << " and " << item->text().toStdString();
         }
     }
-    EXPECT_EQ(bound.count("Ctrl+D"), 0u) << "kept for Duplicate";
+    EXPECT_EQ(bound.at("Ctrl+D"), "Dupl&icate");
 
     const auto press = [this](QKeyCombination key) {
         // The offscreen platform does not give the keyboard back when a box closes, as a window
@@ -213,7 +213,7 @@ TEST_F(AppTest, EachKeyHasOneItemAndTheKeysForClosingSavingAndDeletingDoWhatThey
     };
     const std::size_t count = ControlsOfLayout(folder / "Keys.VornOsc").size();
     Drag({64, 200}, {64, 200});  // selects Level 1
-    press(Qt::CTRL | Qt::Key_D);
+    press(Qt::CTRL | Qt::Key_D);  // a copy of it, which Delete takes again
     EXPECT_TRUE(answered.empty()) << "no question: nothing deleted";
     answers = {"No", "Yes"};
     press(QKeyCombination(Qt::Key_Delete));
@@ -229,7 +229,7 @@ TEST_F(AppTest, EachKeyHasOneItemAndTheKeysForClosingSavingAndDeletingDoWhatThey
             EXPECT_FALSE(item->isEnabled()) << "nothing to close or save";
         }
     }
-    EXPECT_EQ(ControlsOfLayout(folder / "Keys.VornOsc").size(), count - 1);
+    EXPECT_EQ(ControlsOfLayout(folder / "Keys.VornOsc").size(), count);
 
     window->NewLayout();
     answers = {"Saved.VornOsc"};
@@ -307,3 +307,15 @@ TEST_F(AppTest, EachLayoutReopensForTheDeviceItWasKeptForAndPathsAndFoldersAreTh
 }
 
 }  // namespace
+
+TEST_F(AppTest, TheGridStepChosenInSettingsReachesEveryCanvasAndTheNextOnes)
+{
+    window->NewLayout();
+    EXPECT_EQ(Frame().GridStep(), 10) << "the first start's step";
+    window->ApplyGridStep(25);
+    EXPECT_EQ(Frame().GridStep(), 25);
+    EXPECT_EQ(Frame().GridStep(1), 25) << "a step under 2 is refused";
+    Frame().GridStep(7);
+    window->NewLayout();
+    EXPECT_EQ(Frame().GridStep(), 25) << "a new layout takes the remembered step";
+}

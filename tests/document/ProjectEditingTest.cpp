@@ -6,6 +6,8 @@
 #include "document/ControlTables.h"
 #include "document/EditHistory.h"
 #include "document/LayoutFile.h"
+#include "document/LayoutTools.h"
+#include "document/NumberedText.h"
 #include "document/OSCProject.h"
 #include "document/ReceivedValues.h"
 
@@ -31,8 +33,30 @@ std::string Names(const ControlList& controls)
 
 // The host of every edit, for the size limit mode.
 FakeHost host;
-// What the last value received set.
+// What the last value received set, and what the last duplicate did.
 ValuesSet received;
+Duplicated duplicated;
+
+const std::map<std::string, AlignTo> kAlignments{
+    {"left", AlignTo::kLeftEdges},          {"right", AlignTo::kRightEdges},
+    {"top", AlignTo::kTops},                {"bottom", AlignTo::kBottoms},
+    {"centre", AlignTo::kHorizontalCentres}, {"middle", AlignTo::kVerticalCentres}};
+
+Along AlongOf(const json& word)
+{
+    return word == "across" ? Along::kHorizontal : Along::kVertical;
+}
+
+// ["Duplicate", count, stepX, stepY, "nac"]: numbering names, addresses and
+// control numbers as the letters say; ["Duplicate"] alone: one copy beside.
+CopyPlan PlanOf(const OSCProject& p, const json& s)
+{
+    if (s.size() == 1)
+        return CopyBeside(*p.CurrentPage(), p.GetScreenW());
+    const std::string numbering = s[4];
+    return {s[1], s[2], s[3], numbering.find('n') != std::string::npos,
+            numbering.find('a') != std::string::npos, numbering.find('c') != std::string::npos};
+}
 
 // The editing operations by name, with their arguments from a case's step.
 using Operation = std::function<void(OSCProject&, const json& step)>;
@@ -57,6 +81,23 @@ const std::map<std::string, Operation> kOperations{
     {"SelectRange", [](OSCProject& p, const json& s) { p.SelectRange(s[1], s[2], s[3], s[4]); }},
     {"Add", [](OSCProject& p, const json& s) { AddControl(*p.CurrentPage(), s[1]); }},
     {"AddPage", [](OSCProject& p, const json&) { p.AddPage(); }},
+    {"Align",
+     [](OSCProject& p, const json& s) {
+         AlignSelected(*p.CurrentPage(), kAlignments.at(s[1]), p.GetScreenW(), p.GetScreenH());
+     }},
+    {"Distribute",
+     [](OSCProject& p, const json& s) {
+         DistributeSelected(*p.CurrentPage(), AlongOf(s[1]), p.GetScreenW(), p.GetScreenH());
+     }},
+    {"SameSize",
+     [](OSCProject& p, const json& s) {
+         SameSizeSelected(*p.CurrentPage(), AlongOf(s[1]), p.GetScreenW(), p.GetScreenH());
+     }},
+    {"Duplicate",
+     [](OSCProject& p, const json& s) {
+         duplicated =
+             DuplicateSelected(*p.CurrentPage(), PlanOf(p, s), p.GetScreenW(), p.GetScreenH());
+     }},
     {"SetPageName",
      [](OSCProject& p, const json& s) { p.SetPageName(s[1].get<std::string>().c_str()); }},
     {"SetCurrentPage", [](OSCProject& p, const json& s) { p.currentPage = s[1]; }},
@@ -147,6 +188,9 @@ TEST(Editing, EachEditLeavesTheProjectAndTheClipboardAsTheCaseSays)
         for (const json& point : c.value("hits", json::array())) {
             const OSCControl* hit = project.GetAt(point[0], point[1]);
             EXPECT_EQ(hit ? hit->name : "", point[2]) << point;
+        }
+        if (c.contains("duplicated")) {
+            EXPECT_EQ(json({duplicated.done, duplicated.copiesThatFit}), c["duplicated"]);
         }
         if (c.contains("set")) {
             EXPECT_EQ(json({received.controls, received.onCurrentPage}), c["set"]);
@@ -245,4 +289,10 @@ TEST(Editing, AHistoryPastItsCapForgetsItsOldestStepsAndTheSavedStateAmongThem)
     EXPECT_FALSE(history.CanUndo());
     EXPECT_EQ(history.UndoName(), "");
     EXPECT_FALSE(history.AtSavedState());
+}
+
+TEST(Editing, NumberedCopiesCountOnFromTheLastNumberOfTheirTexts)
+{
+    for (const json& c : Cases(DATA_DIR "/editing.json", "numbered"))
+        EXPECT_EQ(NumberedText(c[0].get<std::string>(), c[1], c[2]), c[3]) << c;
 }

@@ -11,6 +11,7 @@
 #include "view/ScrollGeometry.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
@@ -155,6 +156,8 @@ void EditorTest::Lay(const json& layout)
         inName = memory[2], inCommand = memory[3];
     }
     editor->view.testMode = 0;
+    editor->view.showGrid = editor->view.snapToGrid = 0;
+    editor->OnCommand(ID_VIEW_ACTUALSIZE);
     kept_.clear();
     held_ = {};
     keys_.clear();
@@ -173,7 +176,9 @@ void EditorTest::Do(const std::string& step)
     std::istringstream(rest) >> at.rx() >> at.ry() >> to.rx() >> to.ry();
     const auto has = [&rest](const char* word) { return rest.find(word) != std::string::npos; };
     Qt::KeyboardModifiers keys;
-    keys.setFlag(Qt::ShiftModifier, has("Shift")).setFlag(Qt::ControlModifier, has("Ctrl"));
+    keys.setFlag(Qt::ShiftModifier, has("Shift"))
+        .setFlag(Qt::ControlModifier, has("Ctrl"))
+        .setFlag(Qt::AltModifier, has("Alt"));
     const QPoint beside(100, editor->height() - 5);  // in the grey below the page list
     TVornOSCView& view = editor->view;
     if (verb == "press" || verb == "drag")
@@ -233,16 +238,26 @@ void EditorTest::Do(const std::string& step)
         view.resize(at.x() + view.width() - client.Width(),
                     at.y() + view.height() - client.Height());
     } else if (verb == "bar") {
-        const auto action = std::find(kBarActions.begin(), kBarActions.end(), rest.substr(2));
-        (rest[0] == 'h' ? view.HorizontalBar() : view.VerticalBar())
-            ->triggerAction(QAbstractSlider::SliderAction(action - kBarActions.begin()));
+        QScrollBar* bar = rest[0] == 'h' ? view.HorizontalBar() : view.VerticalBar();
+        std::istringstream menu(rest.substr(2));
+        std::string word;
+        int along = 0;
+        if (menu >> word >> along && word == "menu") {  // the bar's own context menu
+            std::getline(menu >> std::ws, menuItem_);
+            const QPoint on = rest[0] == 'h' ? QPoint(along, 5) : QPoint(5, along);
+            QContextMenuEvent event(QContextMenuEvent::Mouse, on, bar->mapToGlobal(on));
+            QCoreApplication::sendEvent(bar, &event);
+        } else {
+            const auto action = std::find(kBarActions.begin(), kBarActions.end(), rest.substr(2));
+            bar->triggerAction(QAbstractSlider::SliderAction(action - kBarActions.begin()));
+        }
     } else if (verb == "wheel") {
         QWheelEvent wheel(QPointF(200, 200), view.mapToGlobal(QPointF(200, 200)), {}, at,
                           Qt::NoButton, keys, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&view, &wheel);
-    } else if (verb == "thumb") {
-        view.OnHScroll(kThumbTrack, at.x(), view.HorizontalBar());
-        view.OnVScroll(kThumbTrack, at.y(), view.VerticalBar());
+    } else if (verb == "thumb") {  // as the window's own bars ask, naming no bar
+        view.OnHScroll(kThumbTrack, at.x(), nullptr);
+        view.OnVScroll(kThumbTrack, at.y(), nullptr);
     } else if (!verb.empty() &&
                std::string(" press drag double move release ").find(' ' + verb + ' ') ==
                    std::string::npos) {
@@ -269,6 +284,16 @@ void EditorTest::Reply()
         return;
     shown_.push_back(menu != nullptr ? "menu"
                                      : (box->windowTitle() + u": "_s + box->text()).toStdString());
+    if (auto* items = qobject_cast<QMenu*>(menu); items != nullptr && !menuItem_.empty()) {
+        // Down the menu to the item of that text, then Return.
+        const QString text = QString::fromStdString(std::exchange(menuItem_, {}));
+        for (int step = 0; step < items->actions().size(); ++step) {
+            QTest::keyClick(items, Qt::Key_Down);
+            if (items->activeAction() != nullptr && items->activeAction()->text() == text)
+                return QTest::keyClick(items, Qt::Key_Return);
+        }
+        ADD_FAILURE() << "no menu item " << text.toStdString();
+    }
     const char key = keys_.empty() ? '\0' : keys_[0];
     keys_.erase(0, 1);
     if (menu != nullptr)
@@ -391,10 +416,9 @@ std::string EditorTest::StateOfLayout() const
 
 QImage EditorTest::Paint()
 {
-    const CRect client = editor->view.ClientRect();
-    QImage image(client.Width(), client.Height(), QImage::Format_RGB32);
+    QImage image(editor->view.size(), QImage::Format_RGB32);
     image.fill(Qt::magenta);  // what the canvas leaves unpainted must not pass for black
-    editor->view.render(&image, QPoint(), QRegion(0, 0, client.Width(), client.Height()));
+    editor->view.render(&image);
     return image;
 }
 

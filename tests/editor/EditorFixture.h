@@ -45,11 +45,12 @@ protected:
     // and "choose PATH" (see Choosing) for the next dialogs. On the canvas, in
     // its pixels: "press X Y [Shift|Ctrl|Right]", "release X Y [keys]", "move
     // X Y", "drag X Y X2 Y2 [keys]", "double X Y", "size W H" for its client
-    // area, "thumb X Y" and "bar h|v line+|line-|page+|page-" for its scroll bars.
+    // area, "thumb X Y" and "bar h|v line+|line-|page+|page-" for its scroll bars,
+    // "bar h|v menu AT ITEM" for the ITEM of a bar's own menu opened AT pixels along it.
     void Do(const std::string& step);
     // Checks what the editor shows against wanted, key by key (see Expect).
     void Expect(const json& wanted);
-    QImage Paint();  // the canvas's client area
+    QImage Paint();  // the canvas with its scroll bars
 
     TestBasics& basics = theTestBasics;
     TestWindow hostWindow;
@@ -78,7 +79,8 @@ private:
         bool eventFilter(QObject*, QEvent* event) override;
     } painted_;
     QTimer user_;
-    std::string keys_;  // for the next menus, or Y and N for message boxes
+    std::string keys_;      // for the next menus, or Y and N for message boxes
+    std::string menuItem_;  // chosen by arrow keys in the next menu, before keys_
     // The layout as it stands: its file's bytes, the screen, the current page
     // and the selection.
     std::string StateOfLayout() const;

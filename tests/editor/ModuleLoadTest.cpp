@@ -102,7 +102,7 @@ TEST(Module, OpensEditorsInTheHostsFramesAndWithoutAParentOrAFrameNoWindow)
     EXPECT_EQ(frame->title, "New - OSC Editor");
     EXPECT_EQ(frame->geometry(), QRect(400, 0, 396, 450));
     ASSERT_NE(*menu, nullptr);
-    EXPECT_EQ((*menu)->actions().size(), 6);
+    EXPECT_EQ((*menu)->actions().size(), 7);
     EXPECT_EQ(hostWindow.lastRequest.words[kRequestMenuWord],
               reinterpret_cast<std::intptr_t>(*menu));
     EXPECT_EQ(hostWindow.lastRequest.words[kRequestAcceleratorsWord],

@@ -27,6 +27,8 @@ OSCControl& AddControl(OSCPage& page, const json& control)
     CopyTextField(c.name, control.value("name", ""));
     CopyTextField(c.command, control.value("command", ""));
     c.selected = control.value("selected", false);
+    const json host = control.value("host", json({0, 0}));
+    c.deviceId = host[0], c.controlNumber = host[1];
     return c;
 }
 
@@ -44,6 +46,7 @@ json Describe(const OSCControl& c)
     note("name", c.name, "");
     note("command", c.command, "");
     note("selected", c.selected != 0, false);
+    note("host", {c.deviceId, c.controlNumber}, {0, 0});
     return d;
 }
 

@@ -7,7 +7,7 @@
 
 // A control as the cases write it: {"at": [x, y, w, h]} and, where they are
 // not a new control's, "type" (by name), "color", "value", "range": [min,
-// max], "name", "command" and "selected". AddControl puts it at the back of
+// max], "name", "command", "selected" and "host": [deviceId, controlNumber]. AddControl puts it at the back of
 // the page; Describe writes a control back in that form.
 OSCControl& AddControl(OSCPage& page, const nlohmann::json& control);
 nlohmann::json Describe(const OSCControl& control);
