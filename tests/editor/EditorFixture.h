@@ -25,6 +25,7 @@ protected:
     ~EditorTest() override;
 
     // Lays out the case's "layout", then plays its "steps": [action, wanted].
+    // Texts, paths and steps spell bytes that are not UTF-8 as \xHH.
     void PlayCase(const json& c);
     // Makes the layout {"pages": names, "current", "controls" on every page,
     // "path", "modified", "memory": [search, replace, inName, inCommand]} with
