@@ -235,6 +235,8 @@ void EditorTest::Do(const std::string& spelled)
         editor->runDialog = Playing(QString::fromStdString(rest));
     } else if (verb == "choose") {
         editor->runDialog = Choosing(rest.empty() ? rest : fs::absolute(rest).string());
+    } else if (verb == "accept") {
+        editor->runDialog = Choosing({}, true);
     } else if (verb == "write") {  // a layout file, in new folders
         fs::create_directories(fs::path(rest).parent_path());
         WriteWholeFile(rest, "KLYF");
@@ -425,9 +427,9 @@ DialogRunner EditorTest::Playing(const QString& script)
     };
 }
 
-DialogRunner EditorTest::Choosing(const std::string& path)
+DialogRunner EditorTest::Choosing(const std::string& path, bool asProposed)
 {
-    return [this, path](QDialog& dialog) {
+    return [this, path, asProposed](QDialog& dialog) {
         auto& files = dynamic_cast<QFileDialog&>(dialog);
         const QStringList selected = files.selectedFiles() << QString();
         const bool overwrites = files.testOption(QFileDialog::DontConfirmOverwrite);
@@ -437,6 +439,8 @@ DialogRunner EditorTest::Choosing(const std::string& path)
                                               overwrites ? u"overwrites"_s : u"confirms"_s}
                                       .join(u'|')
                                       .toStdString()));
+        if (asProposed)
+            return int{QDialog::Accepted};
         if (path.empty())
             return int{QDialog::Rejected};
         // As a user types it: Qt shows bytes that are not UTF-8 replaced.
