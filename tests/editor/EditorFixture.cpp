@@ -103,6 +103,7 @@ EditorTest::EditorTest()
     basics = TestBasics();
     basics.dataFolder = folder / "data";
     basics.hostWindow = HandleOf(&hostWindow);
+    QApplication::instance()->installEventFilter(&hostWindow);
     fs::current_path(folder.path());
     hostWindow.resize(1300, 900);  // the frame is wider than the editor
     hostWindow.show();
