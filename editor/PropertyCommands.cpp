@@ -21,9 +21,13 @@ QString FieldText(const char (&field)[N])
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+// A text left as the dialog showed it keeps its bytes, even bytes that are not
+// UTF-8 and showed as replacement characters.
 template <std::size_t N>
 void StoreText(char (&field)[N], const QString& text)
 {
+    if (text == FieldText(field))
+        return;
     const QByteArray bytes = text.toUtf8();
     CopyTextField(field,
                   std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
@@ -100,9 +104,7 @@ PagePropertiesOutcome EditPageProperties(OSCProject& project, const DialogRunner
     PagePropertiesOutcome outcome;
     // Even an OK that changes nothing counts as a change.
     outcome.modified = true;
-    const QByteArray name = dialog.pageName.toUtf8();
-    if (std::string_view(name.constData(), static_cast<std::size_t>(name.size())) !=
-        TextOf(page.name)) {
+    if (dialog.pageName != FieldText(page.name)) {
         StoreText(page.name, dialog.pageName);
         outcome.renamed = true;
     }
