@@ -83,6 +83,7 @@ public:
     void OnEditClear();
     void OnOsceditorSelectall();
     void OnOsceditorProperties();
+    void OnOsceditorSelectionProperties();
     void OnOsceditorTofront();
     void OnOsceditorToback();
     void OnOsceditorAddpage();
