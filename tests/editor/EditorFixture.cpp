@@ -424,16 +424,7 @@ void EditorTest::Expect(const json& wanted)
 
 std::string EditorTest::StateOfLayout() const
 {
-    OSCProject& project = editor->project;
-    std::string state = WriteLayoutFile(project, &basics);
-    state += {static_cast<char>(project.device), static_cast<char>(project.orientation)};
-    state += std::to_string(project.currentPage) + ':';
-    for (const auto& page : project.pages) {
-        for (const auto& control : page->controls)
-            state += control->selected != 0 ? '1' : '0';
-        state += '|';
-    }
-    return state;
+    return LayoutState(editor->project, &basics);
 }
 
 QImage EditorTest::Paint()

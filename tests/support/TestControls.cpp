@@ -1,5 +1,6 @@
 #include "TestControls.h"
 
+#include "document/LayoutFile.h"
 #include "document/TextField.h"
 #include "document/Utf8Text.h"
 
@@ -107,4 +108,17 @@ json Json(const CRect& r)
 CRect RectOf(const json& ltrb)
 {
     return {ltrb[0], ltrb[1], ltrb[2], ltrb[3]};
+}
+
+std::string LayoutState(OSCProject& project, VornBasics* host)
+{
+    std::string state = WriteLayoutFile(project, host);
+    state += {static_cast<char>(project.device), static_cast<char>(project.orientation)};
+    state += std::to_string(project.currentPage) + ':';
+    for (const auto& page : project.pages) {
+        for (const auto& control : page->controls)
+            state += control->selected != 0 ? '1' : '0';
+        state += '|';
+    }
+    return state;
 }
