@@ -2,8 +2,8 @@
 
 #include "CommandLineHost.h"
 #include "LayoutLoading.h"
-#include "TemporaryOutput.h"
 #include "document/OSCProject.h"
+#include "document/TemporaryOutput.h"
 #include "formats/LayoutFormats.h"
 #include "formats/json/LayoutJson.h"
 

@@ -43,6 +43,7 @@ enum CommandId : int {
     // Ours, from here on: the layout tools.
     ID_EDIT_DUPLICATE = 33100,       // a copy of the selection beside it
     ID_EDIT_DUPLICATEARRAY = 33101,  // numbered copies in a row or column
+    ID_OSCEDITOR_SELECTIONPROPERTIES = 33102,  // the fields of several controls at once
     ID_ALIGN_LEFT = 33103,           // to ID_ALIGN_MIDDLE: the selection's edges or centres
     ID_ALIGN_RIGHT = 33104,
     ID_ALIGN_TOP = 33105,

@@ -71,6 +71,8 @@ constexpr Command kCommands[] = {
     {ID_SETCOLOR_ORANGE, &E::OnSetcolorOrange, &E::HasSelection, "Color"},
     {ID_SETCOLOR_BROWN, &E::OnSetcolorBrown, &E::HasSelection, "Color"},
     {ID_SETCOLOR_PINK, &E::OnSetcolorPink, &E::HasSelection, "Color"},
+    {ID_OSCEDITOR_SELECTIONPROPERTIES, &E::OnOsceditorSelectionProperties, &E::HasSeveralSelected,
+     "Properties of Selection"},
     {ID_EDIT_DUPLICATE, &E::OnEditDuplicate, &E::HasSelection, "Duplicate"},
     {ID_EDIT_DUPLICATEARRAY, &E::OnEditDuplicateArray, &E::HasSelection, "Duplicate as Array"},
     {ID_ALIGN_LEFT, &E::OnAlignLeft, &E::HasSeveralSelected, "Align"},
@@ -357,6 +359,13 @@ void TVornOSCEditor::OnOsceditorProperties()
             MarkChangedAndRepaint();
             return;
     }
+}
+
+void TVornOSCEditor::OnOsceditorSelectionProperties()
+{
+    const HoldInstance resources;
+    if (EditSelectionProperties(project, runDialog) == ControlPropertiesOutcome::kChanged)
+        view.update();
 }
 
 void TVornOSCEditor::OnOsceditorPageproperties()

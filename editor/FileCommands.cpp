@@ -3,13 +3,16 @@
 #include "LayoutPath.h"
 #include "TVornOSCEditor.h"
 #include "document/LayoutFile.h"
+#include "document/TemporaryOutput.h"
 #include "document/TextField.h"
 #include "host/VornBasics.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileDialog>
-#include <QSaveFile>
+#include <QFileInfo>
+
+#include <filesystem>
+#include <system_error>
 
 namespace {
 
@@ -18,9 +21,16 @@ constexpr int kAnswerCancel = 2;
 constexpr int kAnswerDiscard = 3;
 constexpr int kAnswerSave = 4;
 
-QString FromUtf8(const std::string& text)
+// Paths are bytes in the file system's encoding, which need not be UTF-8:
+// they are handed to Qt, and taken back, only through these two.
+QString Shown(std::string_view path)
 {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QFile::decodeName(QByteArray(path.data(), static_cast<qsizetype>(path.size())));
+}
+
+std::string Bytes(const QString& path)
+{
+    return QFile::encodeName(path).toStdString();
 }
 
 std::string AppendPath(const std::string& folder, const char* name)
@@ -34,8 +44,23 @@ std::string AppendPath(const std::string& folder, const char* name)
 std::string MadeFolder(const std::string& folder, const char* name)
 {
     const std::string path = AppendPath(folder, name);
-    QDir().mkdir(FromUtf8(path));
+    std::error_code ignored;
+    std::filesystem::create_directory(path, ignored);
     return path;
+}
+
+// A name that is not UTF-8 shows with replacement characters and comes back
+// so from a dialog. A chosen name that still starts as the proposed one showed
+// keeps the proposed bytes: Save As under the same name writes the same file,
+// and an export only adds its extension.
+std::string ChosenPath(const QString& chosen, const std::string& proposedName)
+{
+    const QFileInfo file(chosen);
+    const QString shownName = Shown(proposedName);
+    if (!file.fileName().startsWith(shownName))
+        return Bytes(chosen);
+    const std::string name = proposedName + Bytes(file.fileName().mid(shownName.size()));
+    return AppendPath(Bytes(file.absolutePath()), name.c_str());
 }
 
 }  // namespace
@@ -45,16 +70,13 @@ void TVornOSCEditor::OnFileSave()
     // The layout goes to a temporary file that replaces the old one only once
     // it is complete, so a failed save leaves the previous file as it was.
     const std::string bytes = WriteLayoutFile(project, host);
-    QSaveFile file(QString::fromUtf8(layoutPath));
-    if (file.open(QIODevice::WriteOnly) &&
-        file.write(bytes.data(), static_cast<qint64>(bytes.size())) ==
-            static_cast<qint64>(bytes.size()) &&
-        file.commit()) {
+    std::string error;
+    if (ReplaceFile(layoutPath, bytes, error)) {
         NoteSavedState();
         return;
     }
     const std::string message = "The layout could not be saved to \"" + std::string(layoutPath) +
-                                "\": " + file.errorString().toStdString() +
+                                "\": " + error +
                                 ". Your changes are still here; save them with Save As in "
                                 "another folder.";
     host->ShowError(message.c_str());
@@ -62,22 +84,20 @@ void TVornOSCEditor::OnFileSave()
 
 bool TVornOSCEditor::WriteCopy(const char* path)
 {
-    if (path == nullptr)
-        return false;
-    const std::string bytes = WriteLayoutFile(project, host);
-    QFile file(QString::fromUtf8(path));
-    return file.open(QIODevice::WriteOnly) &&
-           file.write(bytes.data(), static_cast<qint64>(bytes.size())) ==
-               static_cast<qint64>(bytes.size());
+    std::string ignored;
+    return path != nullptr && ReplaceFile(path, WriteLayoutFile(project, host), ignored);
 }
 
-bool TVornOSCEditor::RunSaveDialog(QFileDialog& dialog, std::string& chosen)
+bool TVornOSCEditor::RunSaveDialog(QFileDialog& dialog, const SplitPath& proposed,
+                                   std::string& chosen)
 {
+    dialog.setDirectory(Shown(proposed.folder));
+    dialog.selectFile(Shown(proposed.name));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     if (runDialog(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return false;
-    chosen = dialog.selectedFiles().front().toStdString();
+    chosen = ChosenPath(dialog.selectedFiles().front(), proposed.name);
     return AcceptablePath(chosen);
 }
 
@@ -87,13 +107,13 @@ void TVornOSCEditor::OnFileSaveAs()
     // A layout never saved starts in the host's data folder.
     const std::string folder =
         split.folder.empty() ? MadeFolder(host->GetDataFolder(), "OSC") : split.folder;
-    QFileDialog dialog(parentWnd, QStringLiteral("Save OSC Layout As..."), FromUtf8(folder),
+    QFileDialog dialog(parentWnd, QStringLiteral("Save OSC Layout As..."), QString(),
                        QStringLiteral("Vorn OSC Layout (*.VORNOSC)"));
     dialog.setDefaultSuffix(QStringLiteral("vornosc"));
     const bool neverSaved = std::string_view(layoutPath) == "New";
-    dialog.selectFile(FromUtf8(neverSaved && !newName.empty() ? newName : split.name));
     std::string chosen;
-    if (!RunSaveDialog(dialog, chosen))
+    if (!RunSaveDialog(dialog, {folder, neverSaved && !newName.empty() ? newName : split.name},
+                       chosen))
         return;
     CopyTextField(layoutPath, chosen);
     OnFileSave();
@@ -130,12 +150,10 @@ void TVornOSCEditor::Export(const char* subfolder, const char* extension, const 
     // Exports gather in the host's data folder, whatever folder the layout is in.
     const std::string folder = MadeFolder(MadeFolder(host->GetDataFolder(), "OSC"), subfolder);
     const std::string name(WithoutSuffix(SplitFileName(TextOf(layoutPath)).name, ".vornosc"));
-    QFileDialog dialog(parentWnd, QString::fromUtf8(title), FromUtf8(folder),
-                       QString::fromUtf8(filter));
+    QFileDialog dialog(parentWnd, QString::fromUtf8(title), QString(), QString::fromUtf8(filter));
     dialog.setDefaultSuffix(QString::fromUtf8(extension));
-    dialog.selectFile(FromUtf8(name));
     std::string chosen;
-    if (RunSaveDialog(dialog, chosen))
+    if (RunSaveDialog(dialog, {folder, name}, chosen))
         (project.*exporter)(host, chosen.c_str());
 }
 

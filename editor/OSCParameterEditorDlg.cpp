@@ -104,7 +104,9 @@ void OSCParameterEditorDlg::OnOK()
     // A number the control cannot hold is refused here, before anything changes.
     for (int i = 0; i < kTextCount; ++i) {
         const TextRow& row = kTextRows[i];
-        if (!row.numeric || HoldsNumberIn(textEdits[i]->text(), row))
+        // A field shown blank, as for controls that differ in it, may stay blank.
+        const bool leftBlank = textEdits[i]->text().isEmpty() && (this->*row.text).isEmpty();
+        if (!row.numeric || leftBlank || HoldsNumberIn(textEdits[i]->text(), row))
             continue;
         QMessageBox::warning(this, tr("OSC Editor"),
                              tr("%1 must be a whole number from %2 to %3, not \u201c%4\u201d.")

@@ -14,6 +14,11 @@ enum class ControlPropertiesOutcome {
 // Used by the editor's Properties command and by a double click on a control.
 ControlPropertiesOutcome EditControlProperties(OSCProject& project, const DialogRunner& run);
 
+// Edits the selected controls of the current page, two or more, in
+// OSCParameterEditorDlg: a field all of them share shows its value, the others
+// show blank, and OK gives every one of them the fields the user changed.
+ControlPropertiesOutcome EditSelectionProperties(OSCProject& project, const DialogRunner& run);
+
 // What the editor window must do after the page dialog.
 struct PagePropertiesOutcome {
     bool modified = false;  // OK was pressed: mark the layout changed, scroll the view home

@@ -16,6 +16,7 @@
 class QFileDialog;
 class QMenu;
 class VornBasics;
+struct SplitPath;
 
 // The editor window: the page list on the left, the canvas on the right, the
 // layout it edits, and the commands of menu 1000 and the arrow keys.
@@ -82,6 +83,7 @@ public:
     void OnEditClear();
     void OnOsceditorSelectall();
     void OnOsceditorProperties();
+    void OnOsceditorSelectionProperties();
     void OnOsceditorTofront();
     void OnOsceditorToback();
     void OnOsceditorAddpage();
@@ -176,9 +178,9 @@ private:
     void FitViewToScreen();
     void SetColorOfSelection(int color);
     void MarkChangedAndRepaint();
-    // A save dialog set up as the file commands want; true with the chosen
-    // path on OK.
-    bool RunSaveDialog(QFileDialog& dialog, std::string& chosen);
+    // A save dialog set up as the file commands want, proposing a folder and
+    // name; true with the chosen path's bytes on OK.
+    bool RunSaveDialog(QFileDialog& dialog, const SplitPath& proposed, std::string& chosen);
     void Export(const char* subfolder, const char* extension, const char* filter, const char* title,
                 void (OSCProject::*exporter)(VornBasics*, const char*));
     bool AcceptablePath(const std::string& path);

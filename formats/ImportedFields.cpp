@@ -47,22 +47,9 @@ bool TakePrefix(std::string_view& text, std::string_view prefix)
 
 }  // namespace
 
-void CopyImportedText(char (&field)[256], std::string_view text)
-{
-    constexpr std::size_t kKept = sizeof field - 1;
-    if (text.size() > kKept) {
-        std::size_t cut = kKept;
-        // Back off continuation bytes: the character they belong to is left out whole.
-        while (cut > 0 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80)
-            --cut;
-        text = text.substr(0, cut);
-    }
-    CopyTextField(field, text);
-}
-
 void SetImportedAddress(OSCControl& control, std::string_view address, ImportReport& report)
 {
-    CopyImportedText(control.command, address);
+    CopyTextField(control.command, address);
     std::string_view rest = TextOf(control.command);
     long long device = 0;
     long long number = 0;

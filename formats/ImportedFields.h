@@ -8,9 +8,6 @@ class OSCControl;
 
 // Values read from other apps' files, put into the editor's fixed fields.
 
-// The text cut to the 255 bytes a field keeps, never inside a UTF-8 character.
-void CopyImportedText(char (&field)[256], std::string_view text);
-
 // Sets the address the control sends. One of the form /TRVX/ID<d>/SetVal/Ctl<c>
 // also gives the host's device and control numbers it stands for.
 void SetImportedAddress(OSCControl& control, std::string_view address, ImportReport& report);

@@ -332,7 +332,7 @@ void MainWindow::Start(const std::vector<std::string>& layouts, const std::strin
     OfferRecovery();
     // Absolute, so that the editor knows each layout's folder as a saved one's.
     for (const std::string& layout : layouts)
-        OpenLayout(QFile::decodeName(std::filesystem::absolute(layout).c_str()));
+        OpenLayoutFile(std::filesystem::absolute(layout).string());
     // The user comes to work: with nothing to open, a new layout is ready.
     if (Frames().isEmpty())
         NewLayout();
@@ -342,16 +342,21 @@ void MainWindow::Start(const std::vector<std::string>& layouts, const std::strin
 
 bool MainWindow::OpenLayout(const QString& path)
 {
+    return OpenLayoutFile(QFile::encodeName(path).toStdString());
+}
+
+bool MainWindow::OpenLayoutFile(const std::string& file)
+{
+    // Shown and remembered as Qt names it; opened as the bytes say.
+    const QString path = QFile::decodeName(QByteArray::fromStdString(file));
     if (const LayoutFormat* format = OtherAppFormat(path))
         return OpenOtherAppLayout(path, *format);
-    const QByteArray bytes = QFile::encodeName(path);
-    std::optional<std::string> fault = WhyNotALayout(bytes.toStdString());
-    if (!fault && module_.openEditor(HandleOf(area_), bytes.constData()) == nullptr)
+    std::optional<std::string> fault = WhyNotALayout(file);
+    if (!fault && module_.openEditor(HandleOf(area_), file.c_str()) == nullptr)
         fault = "the editor refused it";
     if (fault) {
         newFrame_ = nullptr;
-        const std::string message =
-            "\u201c" + bytes.toStdString() + "\u201d could not be opened: " + *fault + '.';
+        const std::string message = "\u201c" + file + "\u201d could not be opened: " + *fault + '.';
         host_.ShowError(message.c_str());
         return false;
     }

@@ -43,6 +43,9 @@ public:
     // Opens an editor on the layout at path, for the device it was last kept
     // for; false, after saying why, when none opens.
     bool OpenLayout(const QString& path);
+    // The same for a path of bytes in the file system's encoding, which Qt
+    // cannot always name when they are not UTF-8: the editor opens these bytes.
+    bool OpenLayoutFile(const std::string& path);
     void NewLayout();
     EditorFrame* ActiveFrame() const;
     QList<EditorFrame*> Frames() const;

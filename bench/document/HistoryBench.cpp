@@ -21,16 +21,6 @@ namespace {
 constexpr int kControlCount = 20000;
 constexpr int kSteps = 1000;
 
-std::unique_ptr<OSCProject> SelectedPage()
-{
-    auto project = LargeLayout(kControlCount, 1);
-    for (const auto& control : project->CurrentPage()->controls) {
-        control->x = static_cast<std::int16_t>(control->x + 4);  // room to go left
-        control->selected = 1;
-    }
-    return project;
-}
-
 // Right on even turns, left on odd ones, so that the selection stays on the screen.
 void ArrowKey(OSCProject& project, int turn)
 {
@@ -54,8 +44,8 @@ double MegaBytes(std::size_t bytes)
 
 void BM_ArrowKeyStepsAndTheirUndo(benchmark::State& state)
 {
-    auto plain = SelectedPage();
-    auto kept = SelectedPage();
+    auto plain = SelectedPage(kControlCount);
+    auto kept = SelectedPage(kControlCount);
     EditHistory history;
     const std::size_t heapBefore = mallinfo2().uordblks;
     for (int turn = 0; turn < kSteps; ++turn)

@@ -16,20 +16,10 @@ namespace {
 
 constexpr int kControlCount = 20000;
 
-std::unique_ptr<OSCProject> SelectedPage()
-{
-    auto project = LargeLayout(kControlCount, 1);
-    for (const auto& control : project->CurrentPage()->controls) {
-        control->x = static_cast<std::int16_t>(control->x + 4);  // room to go left
-        control->selected = 1;
-    }
-    return project;
-}
-
 template <typename Tool>
 void Measure(benchmark::State& state, Tool tool)
 {
-    auto project = SelectedPage();
+    auto project = SelectedPage(kControlCount);
     OSCPage& page = *project->CurrentPage();
     const int width = project->GetScreenW(), height = project->GetScreenH();
     double toolSeconds = 0, arrowSeconds = 0;

@@ -33,3 +33,13 @@ std::unique_ptr<OSCProject> LargeLayout(int controlCount, int pageCount)
     }
     return project;
 }
+
+std::unique_ptr<OSCProject> SelectedPage(int controlCount)
+{
+    auto project = LargeLayout(controlCount, 1);
+    for (const auto& control : project->CurrentPage()->controls) {
+        control->x = static_cast<std::int16_t>(control->x + 4);
+        control->selected = 1;
+    }
+    return project;
+}

@@ -2,6 +2,7 @@
 
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
+#include "document/TextField.h"
 #include "formats/ImportReport.h"
 #include "formats/ImportedFields.h"
 #include "formats/ImportedXml.h"
@@ -115,9 +116,9 @@ bool WalkWindows(const pugi::xml_node& parent, double left, double top, PageWalk
             control.type = *type;
             if (*type == kLabel) {
                 // A text sends nothing.
-                CopyImportedText(control.name, AttributeText(window, "content"));
+                CopyTextField(control.name, AttributeText(window, "content"));
             } else {
-                CopyImportedText(control.name, AttributeText(window, "text"));
+                CopyTextField(control.name, AttributeText(window, "text"));
                 SetAddressAndRange(control, window, walk.report);
             }
             if (window.attribute("color"))
@@ -187,7 +188,7 @@ bool ReadLemurFile(std::string_view bytes, OSCProject& project, ImportReport& re
             return false;
         }
         auto& page = *pages.emplace_back(std::make_unique<OSCPage>());
-        CopyImportedText(page.name, AttributeText(interface, "text"));
+        CopyTextField(page.name, AttributeText(interface, "text"));
         PageWalk walk{fit, limits, found, page, error};
         if (!WalkWindows(interface, 0, 0, walk))
             return false;

@@ -3,6 +3,7 @@
 #include "ToscInflate.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
+#include "document/TextField.h"
 #include "formats/ImportReport.h"
 #include "formats/ImportedFields.h"
 #include "formats/ImportedXml.h"
@@ -146,7 +147,7 @@ public:
             error_ = "the layout has more than " + std::to_string(limits_.maxCount) + " pages";
             return false;
         }
-        CopyImportedText(pages_.emplace_back(std::make_unique<OSCPage>())->name, name);
+        CopyTextField(pages_.emplace_back(std::make_unique<OSCPage>())->name, name);
         return true;
     }
 
@@ -163,7 +164,7 @@ private:
         auto& control = *page.controls.emplace_back(std::make_unique<OSCControl>());
         control.type = type;
         const std::string_view name = PropertyText(node, "name");
-        CopyImportedText(control.name, name);
+        CopyTextField(control.name, name);
         const pugi::xml_node messages = node.child("messages");
         const pugi::xml_node osc = messages.child("osc");
         SetImportedAddress(control, AddressOf(node, osc, name), report_);
@@ -219,7 +220,7 @@ bool ReadToscFile(std::string_view bytes, OSCProject& project, ImportReport& rep
     // Nodes outside a pager sit on one page named after the root, which stays
     // first when the layout also has a pager's pages.
     auto outside = std::make_unique<OSCPage>();
-    CopyImportedText(outside->name, PropertyText(root, "name"));
+    CopyTextField(outside->name, PropertyText(root, "name"));
     if (!walk.Children(root, 0, 0, *outside))
         return false;
     std::vector<std::unique_ptr<OSCPage>>& pages = walk.Pages();

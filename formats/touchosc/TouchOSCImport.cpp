@@ -203,7 +203,7 @@ std::unique_ptr<OSCControl> ControlOf(const pugi::xml_node& element, ControlType
     control->type = type;
     const std::string name = TextOfField(AttributeText(element, "name"));
     const std::string text = TextOfField(AttributeText(element, "text"));
-    CopyImportedText(control->name, type == kLabel && !text.empty() ? text : name);
+    CopyTextField(control->name, type == kLabel && !text.empty() ? text : name);
 
     const pugi::xml_attribute address = element.attribute("osc_cs");
     SetImportedAddress(
@@ -269,7 +269,7 @@ bool ReadTouchOSCXml(std::string& xml, OSCProject& project, ImportReport& report
         }
         auto page = std::make_unique<OSCPage>();
         const std::string pageName = TextOfField(AttributeText(tabpage, "name"));
-        CopyImportedText(page->name, pageName);
+        CopyTextField(page->name, pageName);
         for (const pugi::xml_node element : tabpage.children("control")) {
             const std::string_view word = AttributeText(element, "type");
             const std::optional<ControlType> type = TypeOf(word);

@@ -303,6 +303,28 @@ TEST_F(AppTest, EachLayoutReopensForTheDeviceItWasKeptForAndPathsAndFoldersAreTh
     QApplication::setActiveWindow(window.get());  // taken by the last box, as above
     QTest::keyClick(window.get(), Qt::Key_O, Qt::ControlModifier);
     EXPECT_EQ(fileFolders.back(), folder.path().string()) << "Open starts beside the last layout";
+
+    // A name that is not UTF-8 opens and saves under its own bytes.
+    const std::string latin1 = CopyOfExample("Caf\xE9.VornOsc");
+    window->Start({"Caf\xE9.VornOsc"}, "");
+    answers = {"pageName=Renamed"};
+    Pick(ID_OSCEDITOR_PAGEPROPERTIES);
+    window->SaveLayout();
+    EXPECT_EQ(Frame().ShownTitle().toStdString(), "Caf\uFFFD - OSC Editor");
+    EXPECT_NE(ReadWholeFile(latin1).value_or("").find("Renamed"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(folder / "Caf\uFFFD.VornOsc"));
+    // A link is saved through, to a file that keeps its permissions.
+    namespace fs = std::filesystem;
+    const fs::perms privately = fs::perms::owner_read | fs::perms::owner_write;
+    fs::permissions(latin1, privately);
+    fs::create_symlink("Caf\xE9.VornOsc", folder / "Link.VornOsc");
+    Open(folder / "Link.VornOsc");
+    answers = {"pageName=Linked"};
+    Pick(ID_OSCEDITOR_PAGEPROPERTIES);
+    window->SaveLayout();
+    EXPECT_TRUE(fs::is_symlink(folder / "Link.VornOsc"));
+    EXPECT_NE(ReadWholeFile(latin1).value_or("").find("Linked"), std::string::npos);
+    EXPECT_EQ(fs::status(latin1).permissions(), privately);
     std::filesystem::current_path(working);
 }
 

@@ -1,9 +1,11 @@
 #include "FakeHost.h"
 #include "FakeToolkit.h"
+#include "TestControls.h"
 #include "TestFiles.h"
 #include "document/ControlTables.h"
 #include "document/OSCControl.h"
 #include "document/TextField.h"
+#include "document/Utf8Text.h"
 
 #include <gtest/gtest.h>
 
@@ -63,4 +65,19 @@ TEST(Control, InTestModeEachTypeTurnsThePointerIntoItsValueAndSendsItWithTheAddr
             EXPECT_EQ(posted.components, c.value("components", AddressComponents()));
         }
     }
+}
+
+// A text too long for its field is cut between two characters when it is
+// UTF-8 throughout, and at the field's end when it is not: "abcé" and what
+// follows it, in a field of four bytes, keeps "abc" or "abc" and é's lead byte.
+TEST(Control, ATextFieldCutsUtf8BetweenCharactersAndAnyOtherTextAtItsEnd)
+{
+    for (const nlohmann::json& c : Cases(DATA_DIR "/control.json", "textCuts")) {
+        SCOPED_TRACE(c["what"].get<std::string>());
+        char field[5];
+        CopyTextField(field, "abc\xC3\xA9" + BytesOf(c["after"].get<std::string>()));
+        EXPECT_EQ(std::string(field), c["valid"] ? "abc" : "abc\xC3");
+    }
+    EXPECT_FALSE(IsValidUtf8(std::string_view("\xE2\x82\xAC", 2)))
+        << "nothing is read past the end";
 }

@@ -140,19 +140,9 @@ void LayOut(const json& c, OSCProject& project)
         Toolkit().answers.push_back(answer);
 }
 
-// What undo must give back: the file's bytes, the screen, the current page and
-// the selection.
 std::string StateOf(OSCProject& project)
 {
-    std::string state = WriteLayoutFile(project, &host);
-    state += {static_cast<char>(project.device), static_cast<char>(project.orientation)};
-    state += std::to_string(project.currentPage) + ':';
-    for (const auto& page : project.pages) {
-        for (const auto& control : page->controls)
-            state += control->selected != 0 ? '1' : '0';
-        state += '|';
-    }
-    return state;
+    return LayoutState(project, &host);
 }
 
 }  // namespace

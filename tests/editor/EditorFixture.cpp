@@ -14,6 +14,7 @@
 #include <QContextMenuEvent>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
@@ -60,6 +61,22 @@ QPushButton* Button(QDialog& dialog, QDialogButtonBox::StandardButton which)
     return dialog.findChild<QDialogButtonBox*>()->button(which);
 }
 
+// Types text key by key. A character that no key of QTest's stands for comes
+// as a key event that carries only its text, as from an input method.
+void Type(QWidget* widget, const QString& text)
+{
+    for (const QChar c : text) {
+        if (c.unicode() < 0x80) {
+            QTest::keyClick(widget, c.toLatin1());
+            continue;
+        }
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent key(type, Qt::Key_unknown, Qt::NoModifier, QString(c));
+            QCoreApplication::sendEvent(widget, &key);
+        }
+    }
+}
+
 void Play(QDialog& dialog, const QString& script)
 {
     for (const QString& step : script.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
@@ -74,7 +91,7 @@ void Play(QDialog& dialog, const QString& script)
             QTest::mouseClick(widget, Qt::LeftButton, {}, QPoint(4, widget->height() / 2));
         else if (qobject_cast<QLineEdit*>(widget) != nullptr)
             QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(widget, step.section(u'=', 1));
+        Type(widget, step.section(u'=', 1));
     }
 }
 
@@ -86,6 +103,7 @@ EditorTest::EditorTest()
     basics = TestBasics();
     basics.dataFolder = folder / "data";
     basics.hostWindow = HandleOf(&hostWindow);
+    QApplication::instance()->installEventFilter(&hostWindow);
     fs::current_path(folder.path());
     hostWindow.resize(1300, 900);  // the frame is wider than the editor
     hostWindow.show();
@@ -140,13 +158,13 @@ void EditorTest::Lay(const json& layout)
     project.pages.clear();
     for (const json& name : layout.value("pages", json::array({"Page 1"}))) {
         OSCPage& page = *project.pages.emplace_back(std::make_unique<OSCPage>());
-        CopyTextField(page.name, name.get<std::string>());
+        CopyTextField(page.name, BytesOf(name.get<std::string>()));
         for (const json& control : layout.value("controls", json::array()))
             AddControl(page, control);
     }
     project.currentPage = layout.value("current", 0);
     editor->UpdateListbox();
-    CopyTextField(editor->layoutPath, layout.value("path", "New"));
+    CopyTextField(editor->layoutPath, BytesOf(layout.value("path", "New")));
     editor->modified = layout.value("modified", 0);
     editor->history = EditHistory();
     if (editor->modified != 0)
@@ -167,8 +185,9 @@ void EditorTest::Lay(const json& layout)
     Expect(json::object());  // forgets what the set-up showed
 }
 
-void EditorTest::Do(const std::string& step)
+void EditorTest::Do(const std::string& spelled)
 {
+    const std::string step = BytesOf(spelled);
     std::istringstream words(step);
     std::string verb, rest;
     QPoint at, to;
@@ -227,6 +246,8 @@ void EditorTest::Do(const std::string& step)
         editor->runDialog = Playing(QString::fromStdString(rest));
     } else if (verb == "choose") {
         editor->runDialog = Choosing(rest.empty() ? rest : fs::absolute(rest).string());
+    } else if (verb == "accept") {
+        editor->runDialog = Choosing({}, true);
     } else if (verb == "write") {  // a layout file, in new folders
         fs::create_directories(fs::path(rest).parent_path());
         WriteWholeFile(rest, "KLYF");
@@ -386,6 +407,7 @@ void EditorTest::Expect(const json& wanted)
         seen["state"].push_back("resizing " + kEdges.at(view.resizeEdge - 2));
     if (view.activeControl != nullptr)
         seen["state"].push_back("operating " + std::string(view.activeControl->name));
+    seen = SpellAll(seen);
     for (const auto& [key, value] : wanted.items()) {
         if (key != "pixels" && key != "editorPixels") {
             EXPECT_EQ(seen.value(key, json::array()), value) << key;
@@ -402,16 +424,7 @@ void EditorTest::Expect(const json& wanted)
 
 std::string EditorTest::StateOfLayout() const
 {
-    OSCProject& project = editor->project;
-    std::string state = WriteLayoutFile(project, &basics);
-    state += {static_cast<char>(project.device), static_cast<char>(project.orientation)};
-    state += std::to_string(project.currentPage) + ':';
-    for (const auto& page : project.pages) {
-        for (const auto& control : page->controls)
-            state += control->selected != 0 ? '1' : '0';
-        state += '|';
-    }
-    return state;
+    return LayoutState(editor->project, &basics);
 }
 
 QImage EditorTest::Paint()
@@ -439,9 +452,9 @@ DialogRunner EditorTest::Playing(const QString& script)
     };
 }
 
-DialogRunner EditorTest::Choosing(const std::string& path)
+DialogRunner EditorTest::Choosing(const std::string& path, bool asProposed)
 {
-    return [this, path](QDialog& dialog) {
+    return [this, path, asProposed](QDialog& dialog) {
         auto& files = dynamic_cast<QFileDialog&>(dialog);
         const QStringList selected = files.selectedFiles() << QString();
         const bool overwrites = files.testOption(QFileDialog::DontConfirmOverwrite);
@@ -451,8 +464,11 @@ DialogRunner EditorTest::Choosing(const std::string& path)
                                               overwrites ? u"overwrites"_s : u"confirms"_s}
                                       .join(u'|')
                                       .toStdString()));
+        if (asProposed)
+            return int{QDialog::Accepted};
         if (path.empty())
             return int{QDialog::Rejected};
+        // As a user types it: Qt shows bytes that are not UTF-8 replaced.
         files.selectFile(QString::fromStdString(path));
         return int{QDialog::Accepted};
     };

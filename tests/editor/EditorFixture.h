@@ -28,6 +28,7 @@ protected:
     ~EditorTest() override;
 
     // Lays out the case's "layout", then plays its "steps": [action, wanted].
+    // Texts, paths and steps spell bytes that are not UTF-8 as \xHH.
     void PlayCase(const json& c);
     // Makes the layout {"pages": names, "current", "controls" on every page,
     // "path", "modified", "memory": [search, replace, inName, inCommand]} with
@@ -42,7 +43,7 @@ protected:
     // (another editor), "right KEYS" (then KEYS into the menus that open),
     // "answer Yes|No" for the next message box, "wheel DX DY [Shift]" (a
     // turn in eighths of a degree, over the canvas), "dialog SCRIPT" (see Playing)
-    // and "choose PATH" (see Choosing) for the next dialogs. On the canvas, in
+    // and "choose PATH" or "accept" (see Choosing) for the next dialogs. On the canvas, in
     // its pixels: "press X Y [Shift|Ctrl|Right]", "release X Y [keys]", "move
     // X Y", "drag X Y X2 Y2 [keys]", "double X Y", "size W H" for its client
     // area, "thumb X Y" and "bar h|v line+|line-|page+|page-" for its scroll bars,
@@ -64,9 +65,10 @@ private:
     // and "Cancel" press those buttons; any other step clicks the widget of
     // that name. A user who leaves it open cancels it.
     DialogRunner Playing(const QString& script);
-    // Answers a file dialog by choosing path, or Cancel for none, after
-    // noting its title, folder, name, filters, suffix and whether it confirms.
-    DialogRunner Choosing(const std::string& path);
+    // Answers a file dialog by choosing path, or Cancel for none, or OK on what
+    // it proposes, after noting its title, folder, name, filters, suffix and
+    // whether it confirms.
+    DialogRunner Choosing(const std::string& path, bool asProposed = false);
     std::intptr_t Request(std::intptr_t code, const void* word8 = nullptr,
                           const void* word9 = nullptr, std::intptr_t word1 = 0);
     void Mouse(QEvent::Type type, QPoint at, Qt::MouseButton button, Qt::KeyboardModifiers keys);

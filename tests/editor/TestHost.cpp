@@ -4,6 +4,7 @@
 #include "view/MessageEvent.h"
 #include "view/QtWindowHandle.h"
 
+#include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -69,9 +70,14 @@ QObject* TestWindow::MakeFrame(QMenu* moduleMenu)
     return frame;
 }
 
-bool TestWindow::eventFilter(QObject*, QEvent* event)
+bool TestWindow::eventFilter(QObject* watched, QEvent* event)
 {
     const MessageEvent* m = MessageEvent::From(event);
     notAWindowClosed = notAWindowClosed || (m != nullptr && m->Message() == WM_OSC_CLOSEFRAME);
+    if (watched == qApp && m != nullptr && m->Message() == WM_OSC_HOSTREQUEST && m->lParam != 0) {
+        const auto& request = *reinterpret_cast<const HostRequest*>(m->lParam);
+        if (request.words[0] == kRequestHelpTopic)
+            received.push_back("help topic " + std::to_string(request.words[1]));
+    }
     return false;
 }

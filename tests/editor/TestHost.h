@@ -24,9 +24,10 @@ inline TestBasics theTestBasics;  // what AllocVornBasics gives
 // A window of the test host. As the host's window it answers a request for a
 // frame as told, keeps the request and notes the status texts, test values
 // ([value, address components...]) and operated controls ("NAME at ADDRESS
-// (TYPE, MIN to MAX): VALUE on PHASE") it receives; as a frame it keeps its
-// editor and title, and shows the module's menus in a menu bar above the
-// editor, routing their commands to it.
+// (TYPE, MIN to MAX): VALUE on PHASE") it receives, and, watching the
+// application, the help topics asked of it ("help topic N"); as a frame it
+// keeps its editor and title, and shows the module's menus in a menu bar above
+// the editor, routing their commands to it.
 class TestWindow : public QWidget {
 public:
     enum class Answer { kFrame, kNoFrame, kNotAWindow } answer = Answer::kFrame;

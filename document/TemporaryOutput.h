@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 // A file that takes the place of target only once it is complete. It is made
 // in target's folder, so that the final rename never crosses file systems, and
@@ -25,3 +26,8 @@ private:
     std::string path_;
     bool committed_ = false;
 };
+
+// Writes bytes in place of the file at path through a TemporaryOutput, keeping
+// its permissions and any link to it; false with a reason in error. Paths are
+// bytes, whatever their encoding.
+bool ReplaceFile(const std::string& path, std::string_view bytes, std::string& error);

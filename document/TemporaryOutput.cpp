@@ -50,3 +50,31 @@ bool TemporaryOutput::Commit(std::string& error)
     committed_ = true;
     return true;
 }
+
+bool ReplaceFile(const std::string& path, std::string_view bytes, std::string& error)
+{
+    namespace fs = std::filesystem;
+    // A link is written through: the file it names is replaced, not the link.
+    std::error_code unreadable;
+    std::string target = path;
+    if (fs::is_symlink(path, unreadable)) {
+        const fs::path named = fs::canonical(path, unreadable);
+        if (!unreadable)
+            target = named.string();
+    }
+    TemporaryOutput output(target);
+    if (!output.Create(error))
+        return false;
+    std::FILE* file = std::fopen(output.Path().c_str(), "wb");
+    const bool written =
+        file != nullptr && std::fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
+    const int writeError = errno;
+    if (file == nullptr || std::fclose(file) != 0 || !written) {
+        error = std::string("cannot write: ") + std::strerror(written ? errno : writeError);
+        return false;
+    }
+    // A file the user kept private stays so.
+    if (const fs::file_status old = fs::status(target, unreadable); fs::exists(old))
+        fs::permissions(output.Path(), old.permissions(), unreadable);
+    return output.Commit(error);
+}
