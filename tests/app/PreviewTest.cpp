@@ -259,9 +259,9 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
                                .arg(drawn)));
     std::printf("edit in the editor to the browser's drawing: %lld ms\n", edit.elapsed());
     // The page may show its next frame a moment after it drew it.
-    const bool shown = QTest::qWaitFor(
+    const bool redrawn = QTest::qWaitFor(
         [&] { return PixelAt(605, 525) == "#3f0000" && PixelAt(305, 325) == "#000000"; }, 3000);
-    EXPECT_TRUE(shown);
+    EXPECT_TRUE(redrawn);
     EXPECT_EQ(PixelAt(605, 525), "#3f0000");  // the label's fill: red at a quarter
     EXPECT_EQ(PixelAt(305, 325), "#000000");  // where it was
 
