@@ -12,15 +12,19 @@ namespace {
 
 constexpr int kAnswerMilliseconds = 10000;
 
-// Runs the event loop until done says so or milliseconds pass; done's answer.
+// Runs the event loop until done says so, true, or milliseconds pass, false.
+// done is asked once each time: what it says may change between two askings.
 template <typename Done>
 bool RunUntil(Done done, int milliseconds)
 {
     QElapsedTimer timer;
     timer.start();
-    while (!done() && timer.elapsed() < milliseconds)
+    while (!done()) {
+        if (timer.elapsed() >= milliseconds)
+            return false;
         QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-    return done();
+    }
+    return true;
 }
 
 }  // namespace

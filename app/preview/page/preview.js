@@ -34,7 +34,8 @@
   let shownPage = 0;
   // Where the page lies in the viewport, in CSS pixels.
   const view = { scale: 1, left: 0, top: 0 };
-  const stats = { draws: 0, lastDrawMilliseconds: 0 };
+  // When the page was last told something and last drawn, and how long that took.
+  const stats = { toldAt: 0, drawnAt: 0, draws: 0, lastDrawMilliseconds: 0 };
   const held = new Set();  // pointers pressed on the page
   let socket = null;
   let drawRequested = false;
@@ -214,6 +215,7 @@
   function draw() {
     drawRequested = false;
     const started = performance.now();
+    stats.drawnAt = started;
     const ratio = window.devicePixelRatio || 1;
     const width = window.innerWidth;
     const height = window.innerHeight;
@@ -259,6 +261,7 @@
   }
 
   function take(message) {
+    stats.toldAt = performance.now();
     if (message.kind === 'layout') {
       // A change of the editor's page shows here too.
       if (message.current !== layout.current || shownPage >= message.pages.length) {
