@@ -3,7 +3,9 @@
 #include "TestHost.h"
 #include "document/ControlClipboard.h"
 #include "host/EditorModule.h"
+#include "host/Toolkit.h"
 #include "tests/support/TestFiles.h"
+#include "view/MessageEvent.h"
 #include "view/QtWindowHandle.h"
 
 #include <QApplication>
@@ -126,6 +128,42 @@ TEST(Module, OpensEditorsInTheHostsFramesAndWithoutAParentOrAFrameNoWindow)
     Entry<ModuleEntry>("ClearClipboard")();
     EXPECT_TRUE(clipboard()->empty());
     delete frame;
+}
+
+// What a window makes of each message it is given: the address parts it may
+// keep, and the long parameter as it arrived.
+class MessageReceiver : public QObject {
+public:
+    std::vector<std::pair<AddressComponents, std::intptr_t>> got;
+    bool event(QEvent* event) override
+    {
+        MessageEvent* m = MessageEvent::From(event);
+        if (m == nullptr)
+            return QObject::event(event);
+        auto parts = m->TakeComponents();
+        got.emplace_back(parts != nullptr ? *parts : AddressComponents{}, m->lParam);
+        return true;
+    }
+};
+
+TEST(Messages, OnlyAPostedTestValueHandsOverItsAddressPartsAndOtherLongParametersStayTheSenders)
+{
+    NeedApplication();
+    MessageReceiver window;
+    AddressComponents sendersOwn{"/sent"};
+    int hostsOwn = 0;
+    const auto hosts = reinterpret_cast<std::intptr_t>(&hostsOwn);
+    const auto senders = reinterpret_cast<std::intptr_t>(&sendersOwn);
+    toolkit::PostMessage(HandleOf(&window), WM_OSC_TESTVALUE, 5,
+                         reinterpret_cast<std::intptr_t>(new AddressComponents{"/posted", "1"}));
+    toolkit::PostMessage(HandleOf(&window), WM_OSC_CONTEXTMENU, 0, hosts);
+    toolkit::PostMessage(HandleOf(&window), WM_OSC_TESTVALUE, 5, 0);
+    QCoreApplication::sendPostedEvents(&window);
+    toolkit::SendMessage(HandleOf(&window), WM_OSC_TESTVALUE, 5, senders);
+    const std::vector<std::pair<AddressComponents, std::intptr_t>> expected{
+        {{"/posted", "1"}, 0}, {{}, hosts}, {{}, 0}, {{}, senders}};
+    EXPECT_EQ(window.got, expected);
+    EXPECT_EQ(sendersOwn, AddressComponents{"/sent"});
 }
 
 TEST(ModuleDeathTest, WithoutAnApplicationNoEditorOpens)
