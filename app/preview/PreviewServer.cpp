@@ -1,5 +1,6 @@
 #include "PreviewServer.h"
 
+#include "BoundedTcpServer.h"
 #include "PreviewKey.h"
 
 #include <QFile>
@@ -75,7 +76,7 @@ PreviewServer::~PreviewServer()
 
 bool PreviewServer::Listen(const QHostAddress& address, int port, QString& error)
 {
-    auto* server = new QTcpServer(this);
+    auto* server = new BoundedTcpServer(this);
     if (!server->listen(address, static_cast<quint16>(port))) {
         error = server->errorString();
         delete server;
@@ -115,6 +116,7 @@ bool PreviewServer::handleRequest(const QHttpServerRequest& request, QTcpSocket*
 {
     // Everything refused is answered by missingHandler: for a WebSocket, Qt
     // takes a request handled here as one to upgrade.
+    BoundedTcpServer::Answered(socket);
     if (!CarriesKey(request.url(), key_))
         return false;
     if (AsksForWebSocket(request)) {

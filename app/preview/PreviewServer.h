@@ -15,7 +15,8 @@ class QWebSocket;
 // browsers that show the page. Every request, WebSocket too, must carry the
 // run's key in its query ("?key=KEY"): one without it is answered 403 and
 // nothing else. At most kMostBrowsers browsers are connected at once; a
-// message from one may be kLargestMessage bytes long.
+// message from one may be kLargestMessage bytes long, and a request
+// BoundedTcpServer::kLargestRequest.
 class PreviewServer : public QAbstractHttpServer {
     Q_OBJECT
 

@@ -4,6 +4,7 @@
 #include "AppFixture.h"
 #include "HeadlessBrowser.h"
 #include "app/osc/OscMonitor.h"
+#include "app/preview/BoundedTcpServer.h"
 #include "app/preview/PreviewServer.h"
 #include "editor/CommandIds.h"
 
@@ -313,6 +314,19 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return connected[1]->state() == QAbstractSocket::UnconnectedState; }));
     EXPECT_EQ(connected[1]->closeCode(), QWebSocketProtocol::CloseCodeTooMuchData);
+
+    // Messages within the limit may add up to more than any request.
+    const QString tap = QStringLiteral(
+        R"({"kind": "pointer", "pointer": 1, "phase": "%1", "page": 0, "x": 230, "y": 320, )"
+        R"("padding": "%2"})");
+    const QString padding(PreviewServer::kLargestMessage / 2, u'p');
+    connected[2]->sendTextMessage(tap.arg(QStringLiteral("down"), padding));
+    for (qint64 sent = 0; sent <= BoundedTcpServer::kLargestRequest; sent += padding.size())
+        connected[2]->sendTextMessage(tap.arg(QStringLiteral("move"), padding));
+    connected[2]->sendTextMessage(tap.arg(QStringLiteral("up"), padding));
+    const std::vector<std::string> lastTaps = Received(16);
+    EXPECT_EQ(std::vector(lastTaps.end() - 2, lastTaps.end()),
+              (std::vector<std::string>{"/tap 20", "/tap 10"}));
 }
 
 TEST_F(PreviewTest, APageOfFiveHundredControlsIsDrawnFastAndFollowsTheEditorsPage)
@@ -347,11 +361,10 @@ TEST_F(PreviewTest, APageOfFiveHundredControlsIsDrawnFastAndFollowsTheEditorsPag
     EXPECT_EQ(PixelAt(20, 20), "#262626");
 }
 
-// A request without the run's key, on any path, WebSocket or not.
-std::string Answer(quint16 port, const QByteArray& request)
+// The server's answer to a request, up to the end of its headers, or nothing
+// when the connection ends first.
+std::string Answer(QTcpSocket& socket, const QByteArray& request)
 {
-    QTcpSocket socket;
-    socket.connectToHost(QHostAddress::LocalHost, port);
     socket.write(request);
     QByteArray answer;
     QElapsedTimer timer;
@@ -362,6 +375,13 @@ std::string Answer(quint16 port, const QByteArray& request)
         answer += socket.readAll();
     }
     return answer.toStdString();
+}
+
+std::string Answer(quint16 port, const QByteArray& request)
+{
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, port);
+    return Answer(socket, request);
 }
 
 TEST_F(AppTest, NobodyWithoutTheKeySeesAnythingAndTheCodeShowsTheAddress)
@@ -403,6 +423,29 @@ TEST_F(AppTest, NobodyWithoutTheKeySeesAnythingAndTheCodeShowsTheAddress)
                                              " HTTP/1.1\r\nHost: a\r\n" + headers + "\r\n")
                       .substr(0, status.size()),
                   status);
+    }
+
+    // A request larger than any of the page's is cut off unanswered, key or
+    // not; requests one after another on a connection each count alone.
+    const QByteArray body(BoundedTcpServer::kLargestRequest * 4, 'x');
+    for (const QByteArray& query : {QByteArray(), "?key=" + key}) {
+        SCOPED_TRACE(query.toStdString());
+        QTcpSocket large;
+        large.connectToHost(QHostAddress::LocalHost, address.port());
+        EXPECT_EQ(Answer(large, "POST /" + query + " HTTP/1.1\r\nHost: a\r\nContent-Length: " +
+                                    QByteArray::number(body.size()) + "\r\n\r\n" + body),
+                  "");
+        EXPECT_EQ(large.error(), QAbstractSocket::RemoteHostClosedError);
+    }
+    QTcpSocket kept;
+    kept.connectToHost(QHostAddress::LocalHost, address.port());
+    const QByteArray padding(BoundedTcpServer::kLargestRequest / 2, 'p');
+    for (int request = 0; request < 3; ++request) {
+        EXPECT_EQ(Answer(kept, "HEAD /?key=" + key + " HTTP/1.1\r\nHost: a\r\nX-Padding: " +
+                                   padding + "\r\n\r\n")
+                      .substr(0, 12),
+                  "HTTP/1.1 405")
+            << request;
     }
 
     // The panel shows the address, and its code reads as the address.
