@@ -46,7 +46,7 @@ std::optional<PointerOperation> PointerTracker::Take(int browser, const BrowserP
     const auto held = held_.find(key);
     if (pointer.phase == BrowserPointer::kDown) {
         const int index = IndexAt(layout, pointer.page, pointer.x, pointer.y);
-        if (index < 0)
+        if (index < 0 || (held == held_.end() && HeldBy(browser) >= kMostPointers))
             return std::nullopt;
         held_[key] = {pointer.page, index};
         return Operate(layout, pointer.page, index, pointer, OperatedControl::kPressed);
@@ -70,6 +70,12 @@ std::optional<PointerOperation> PointerTracker::Take(int browser, const BrowserP
     const bool released = pointer.phase == BrowserPointer::kUp && onIt;
     return Operate(layout, control.page, control.index, pointer,
                    released ? OperatedControl::kReleased : OperatedControl::kReleasedAway);
+}
+
+int PointerTracker::HeldBy(int browser) const
+{
+    return static_cast<int>(
+        std::distance(held_.lower_bound({browser, INT_MIN}), held_.upper_bound({browser, INT_MAX})));
 }
 
 std::vector<PointerOperation> PointerTracker::Forget(int browser, const LayoutSnapshot& layout)

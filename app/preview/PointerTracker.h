@@ -35,12 +35,17 @@ struct PointerOperation {
 // elsewhere, or a pointer lost, ends the press away from it.
 class PointerTracker {
 public:
+    // Ten fingers; a browser that claims more presses nothing with the rest.
+    static constexpr int kMostPointers = 10;
+
     std::optional<PointerOperation> Take(int browser, const BrowserPointer& pointer,
                                          const LayoutSnapshot& layout);
     // Ends every press of a browser that went away.
     std::vector<PointerOperation> Forget(int browser, const LayoutSnapshot& layout);
 
 private:
+    int HeldBy(int browser) const;
+
     struct Held {
         int page;
         int index;
