@@ -5,16 +5,24 @@
 #include "HeadlessBrowser.h"
 #include "app/osc/OscMonitor.h"
 #include "app/preview/BoundedTcpServer.h"
+#include "app/preview/PreviewDialog.h"
+#include "app/preview/PreviewPlace.h"
 #include "app/preview/PreviewServer.h"
 #include "editor/CommandIds.h"
 
+#include <QCheckBox>
 #include <QColor>
+#include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QElapsedTimer>
 #include <QJsonArray>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
+#include <QSettings>
 #include <QTcpSocket>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QUrlQuery>
 
@@ -32,6 +40,7 @@ namespace {
 
 using nlohmann::json;
 using Touch = HeadlessBrowser::Touch;
+using namespace Qt::StringLiterals;
 
 // An iPad held sideways: the browser's viewport, so one CSS pixel is one unit.
 constexpr int kWidth = 1024, kHeight = 768;
@@ -359,6 +368,50 @@ TEST_F(PreviewTest, APageOfFiveHundredControlsIsDrawnFastAndFollowsTheEditorsPag
         "vornoscPreview.layout.pages.length === 2 && vornoscPreview.shownPage() === 1")));
     EXPECT_EQ(PixelAt(520, 20), "#7f0000");  // the tab of the page shown
     EXPECT_EQ(PixelAt(20, 20), "#262626");
+}
+
+TEST(PreviewPlace, ReadsHostAndPortTheDialogEditsItAndTheNextRunFindsIt)
+{
+    const json cases = Cases(DATA_DIR "/osc.json", "preview");
+    for (const auto& c : cases["places"]) {
+        std::string error;
+        const std::optional<PreviewPlace> place = ParsePreviewPlace(c[0].get<std::string>(), error);
+        EXPECT_EQ(place ? PreviewUrl(*place, place->port, QStringLiteral("k"),
+                                     QStringLiteral("192.0.2.7"))
+                              .toStdString()
+                        : error,
+                  c[1]);
+    }
+
+    PreviewDialog dialog(PreviewPlace{});
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("Phone Preview"));  // the Settings item's name
+    EXPECT_EQ(dialog.findChild<QLineEdit*>(QStringLiteral("interface"))->text(), u"all"_s);
+    EXPECT_EQ(dialog.Place(), PreviewPlace{});
+    const QPushButton* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    // Typed as a user types: select all, erase, type; the box on or off by Space.
+    for (const auto& c : cases["dialog"]) {
+        SCOPED_TRACE(c.dump());
+        for (const char* field : {"interface", "port"}) {
+            QWidget* widget = dialog.findChild<QWidget*>(QString::fromUtf8(field));
+            QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
+            QTest::keyClick(widget, Qt::Key_Backspace);
+            QTest::keyClicks(widget, QString::fromStdString(c[field]));
+        }
+        if (c["check"])
+            QTest::keyClick(dialog.findChild<QCheckBox*>(QStringLiteral("on")), Qt::Key_Space);
+        const PreviewPlace place = dialog.Place();
+        EXPECT_EQ(json::array({place.on, place.host, place.port}), c["place"]);
+        EXPECT_EQ(ok->isEnabled(), c["ok"]);
+    }
+
+    // The place is kept for the next run; a port no run could use is not.
+    QTemporaryDir folder;
+    QSettings settings(folder.filePath(QStringLiteral("vornosc.ini")), QSettings::IniFormat);
+    const PreviewPlace kept{true, "::1", 9000};
+    SavePreviewPlace(settings, kept);
+    EXPECT_EQ(LoadPreviewPlace(settings), kept);
+    settings.setValue(QStringLiteral("preview/port"), 70000);
+    EXPECT_EQ(LoadPreviewPlace(settings).port, 8080);
 }
 
 // The server's answer to a request, up to the end of its headers, or nothing
