@@ -18,6 +18,7 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QSettings>
+#include <QTest>
 #include <QStandardPaths>
 
 #include <cstdio>
@@ -47,6 +48,13 @@ QString RecoveryFolder(qint64 run)
 {
     return QStandardPaths::writableLocation(QStandardPaths::AppDataLocation) +
            QStringLiteral("/recovery/") + QString::number(run);
+}
+
+void Retype(QWidget* field, const QString& text)
+{
+    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(field, Qt::Key_Backspace);
+    QTest::keyClicks(field, text);
 }
 
 AppTest::AppTest()

@@ -26,6 +26,9 @@ QMenu* TheModuleMenu();
 // Where the application of process run keeps its recovery copies.
 QString RecoveryFolder(qint64 run);
 
+// Types text into a dialog's field as a user does: select all, erase, type.
+void Retype(QWidget* field, const QString& text);
+
 // The application's main window with the built module loaded, sending test values to a
 // receiver of the test's own.
 class AppTest : public ::testing::Test {

@@ -1,5 +1,6 @@
 // Where test mode sends, as HOST:PORT text, in the settings and in its dialog; the sender against
 // a real receiver on a loopback port; and the list of what was sent.
+#include "AppFixture.h"
 #include "OscReceiver.h"
 #include "app/osc/OscMonitor.h"
 #include "app/osc/OscSender.h"
@@ -70,10 +71,8 @@ TEST(OscTarget, TheDialogShowsTheTargetAndAllowsOkOnlyForAHostAndPortThatRead)
     for (const auto& c : Cases(DATA_DIR "/osc.json", "dialog")) {
         SCOPED_TRACE(c.dump());
         for (const char* field : {"host", "port"}) {
-            QWidget* widget = dialog.findChild<QWidget*>(QString::fromUtf8(field));
-            QTest::keyClick(widget, Qt::Key_A, Qt::ControlModifier);
-            QTest::keyClick(widget, Qt::Key_Backspace);
-            QTest::keyClicks(widget, QString::fromStdString(c[field]));
+            Retype(dialog.findChild<QWidget*>(QString::fromUtf8(field)),
+                   QString::fromStdString(c[field]));
         }
         EXPECT_EQ(ToString(dialog.Target()), c["target"]);
         EXPECT_EQ(ok->isEnabled(), c["ok"]);
