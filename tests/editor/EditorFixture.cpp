@@ -11,6 +11,7 @@
 #include "view/ScrollGeometry.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -77,9 +78,27 @@ void Type(QWidget* widget, const QString& text)
     }
 }
 
+// What a field shows: a line's text or a list's choice.
+QString Shown(const QWidget* widget)
+{
+    if (const auto* line = qobject_cast<const QLineEdit*>(widget))
+        return line->text();
+    if (const auto* list = qobject_cast<const QComboBox*>(widget))
+        return list->currentText();
+    return u"(not a field)"_s;
+}
+
+// Steps: "OK", "Cancel", a click on a box ("name"), typing ("name=text") or
+// what a field must show as the dialog opens ("name?text").
 void Play(QDialog& dialog, const QString& script)
 {
     for (const QString& step : script.split(QLatin1Char('|'), Qt::SkipEmptyParts)) {
+        if (step.contains(u'?')) {
+            EXPECT_EQ(Shown(dialog.findChild<QWidget*>(step.section(u'?', 0, 0))),
+                      step.section(u'?', 1))
+                << step.toStdString();
+            continue;
+        }
         QWidget* widget = step == u"OK"_s ? Button(dialog, QDialogButtonBox::Ok)
                           : step == u"Cancel"_s
                               ? Button(dialog, QDialogButtonBox::Cancel)
@@ -101,7 +120,6 @@ EditorTest::EditorTest()
 {
     VornOSCEditor_Initialize();
     basics = TestBasics();
-    basics.dataFolder = folder / "data";
     basics.hostWindow = HandleOf(&hostWindow);
     QApplication::instance()->installEventFilter(&hostWindow);
     fs::current_path(folder.path());
@@ -148,7 +166,10 @@ void EditorTest::Lay(const json& layout)
 {
     for (const auto& entry : fs::directory_iterator(folder.path()))
         fs::remove_all(entry);
-    fs::create_directory(basics.dataFolder);
+    // A host may have no data folder: the editor's folders are then the current folder's.
+    basics.dataFolder = layout.value("dataFolder", folder / "data");
+    if (!basics.dataFolder.empty())
+        fs::create_directory(basics.dataFolder);
     ClearClipboard();
     basics.saveAnswer = layout.value("saveAnswer", 3);
     basics.titleAnswer = layout.value("titleAnswer", 0);
@@ -216,10 +237,13 @@ void EditorTest::Do(const std::string& spelled)
         std::string name, path;
         std::istringstream(rest) >> name >> path;
         // The device to set is a number; any other argument is a path.
-        if (name == "setdevice")
+        if (name == "setdevice" || name == "grid")
             answer_ = Request(kNames[name], nullptr, nullptr, std::stoi(path));
         else
             answer_ = Request(kNames[name], path.empty() ? nullptr : path.c_str());
+    } else if (verb == "state") {  // a value the application's preview set: page, control, value
+        const ControlValue value{at.x(), at.y(), std::stoi(rest.substr(rest.rfind(' ') + 1))};
+        answer_ = Request(kNames["state"], nullptr, &value);
     } else if (verb == "message") {
         answer_ = toolkit::SendMessage(HandleOf(editor), kNames[rest], 0, 0);
     } else if (verb == "key") {  // pressed and held: a key acts on its press
@@ -431,7 +455,12 @@ QImage EditorTest::Paint()
 {
     QImage image(editor->view.size(), QImage::Format_RGB32);
     image.fill(Qt::magenta);  // what the canvas leaves unpainted must not pass for black
-    editor->view.render(&image);
+    // The page alone first, as the canvas repaints it when its bars stay, then the bars.
+    const CRect client = editor->view.ClientRect();
+    const QRegion page(0, 0, client.Width(), client.Height());
+    editor->view.render(&image, {}, page);
+    if (const QRegion bars = QRegion(editor->view.rect()) - page; !bars.isEmpty())
+        editor->view.render(&image, bars.boundingRect().topLeft(), bars);
     return image;
 }
 
