@@ -1,30 +1,16 @@
 #pragma once
 
+#include "ListenPlaceDialog.h"
 #include "OscTarget.h"
 
-#include <QDialog>
-
-class QCheckBox;
-class QDialogButtonBox;
-class QLineEdit;
-class QSpinBox;
-
-// Edits whether test mode listens for OSC, on which interface ("all", or one
-// address) and which port. OK stays disabled while the interface is not one
-// an address could be.
-class OscInputDialog : public QDialog {
-    Q_OBJECT
-
+// Edits whether test mode listens for OSC, and where.
+class OscInputDialog : public ListenPlaceDialog {
 public:
-    explicit OscInputDialog(const OscInput& input, QWidget* parent = nullptr);
+    explicit OscInputDialog(const OscInput& input, QWidget* parent = nullptr)
+        : ListenPlaceDialog(tr("OSC Input"), tr("&Listen for OSC in test mode"), input.on,
+                            input.host, input.port, parent)
+    {
+    }
 
-    OscInput Input() const;
-
-private:
-    void UpdateOk();
-
-    QCheckBox* on_;
-    QLineEdit* interface_;
-    QSpinBox* port_;
-    QDialogButtonBox* buttons_;
+    OscInput Input() const { return {On(), Host(), Port()}; }
 };

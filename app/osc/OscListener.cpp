@@ -1,5 +1,7 @@
 #include "OscListener.h"
 
+#include "ListenPlace.h"
+
 #include <QHostAddress>
 #include <QNetworkDatagram>
 #include <QUdpSocket>
@@ -12,9 +14,7 @@ bool OscListener::Apply(const OscInput& input, QString& error)
     socket_ = nullptr;
     if (!input.on)
         return true;
-    const QHostAddress address = input.host.empty()
-                                     ? QHostAddress(QHostAddress::Any)
-                                     : QHostAddress(QString::fromStdString(input.host));
+    const QHostAddress address = ListenAddress(input.host);
     if (address.isNull()) {
         error = tr("OSC input cannot listen on \u201c%1\u201d: it is not an address of this "
                    "computer; choose \u201call\u201d or one of its addresses.")

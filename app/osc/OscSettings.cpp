@@ -1,5 +1,7 @@
 #include "OscSettings.h"
 
+#include "ListenPlace.h"
+
 #include <QSettings>
 
 namespace {
@@ -25,18 +27,10 @@ void SaveOscTarget(QSettings& settings, const OscTarget& target)
 
 OscInput LoadOscInput(QSettings& settings)
 {
-    OscInput input;
-    input.on = settings.value(QStringLiteral("osc/input/on"), false).toBool();
-    input.host = settings.value(QStringLiteral("osc/input/interface")).toString().toStdString();
-    const int port = settings.value(QStringLiteral("osc/input/port"), input.port).toInt();
-    if (port >= 1 && port <= 65535)
-        input.port = port;
-    return input;
+    return LoadListenPlace<OscInput>(settings, QStringLiteral("osc/input"));
 }
 
 void SaveOscInput(QSettings& settings, const OscInput& input)
 {
-    settings.setValue(QStringLiteral("osc/input/on"), input.on);
-    settings.setValue(QStringLiteral("osc/input/interface"), QString::fromStdString(input.host));
-    settings.setValue(QStringLiteral("osc/input/port"), input.port);
+    SaveListenPlace(settings, QStringLiteral("osc/input"), input);
 }

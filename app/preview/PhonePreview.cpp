@@ -1,6 +1,7 @@
 #include "PhonePreview.h"
 
 #include "PreviewKey.h"
+#include "app/osc/ListenPlace.h"
 #include "app/osc/TestModeOutput.h"
 
 #include <QHostAddress>
@@ -61,9 +62,7 @@ bool PhonePreview::Serve(const PreviewPlace& place, QString& error)
     Q_EMIT changed();
     if (!place.on)
         return true;
-    const QHostAddress address = place.host.empty()
-                                     ? QHostAddress(QHostAddress::Any)
-                                     : QHostAddress(QString::fromStdString(place.host));
+    const QHostAddress address = ListenAddress(place.host);
     if (address.isNull()) {
         error = tr("The phone preview cannot listen on \u201c%1\u201d: it is not an address of "
                    "this computer; choose \u201call\u201d or one of its addresses.")

@@ -1,30 +1,17 @@
 #pragma once
 
 #include "PreviewPlace.h"
+#include "app/osc/ListenPlaceDialog.h"
 
-#include <QDialog>
-
-class QCheckBox;
-class QDialogButtonBox;
-class QLineEdit;
-class QSpinBox;
-
-// Edits whether the phone preview is served, on which interface ("all", or
-// one address) and which port. OK stays disabled while the interface is not
-// one an address could be.
-class PreviewDialog : public QDialog {
-    Q_OBJECT
-
+// Edits whether the phone preview is served, and where.
+class PreviewDialog : public ListenPlaceDialog {
 public:
-    explicit PreviewDialog(const PreviewPlace& place, QWidget* parent = nullptr);
+    explicit PreviewDialog(const PreviewPlace& place, QWidget* parent = nullptr)
+        : ListenPlaceDialog(tr("Phone Preview"),
+                            tr("&Show the layout on phones and tablets on this network"), place.on,
+                            place.host, place.port, parent)
+    {
+    }
 
-    PreviewPlace Place() const;
-
-private:
-    void UpdateOk();
-
-    QCheckBox* on_;
-    QLineEdit* interface_;
-    QSpinBox* port_;
-    QDialogButtonBox* buttons_;
+    PreviewPlace Place() const { return {On(), Host(), Port()}; }
 };

@@ -1,10 +1,10 @@
 #include "PreviewPlace.h"
 
+#include "app/osc/ListenPlace.h"
 #include "app/osc/OscTarget.h"
 
 #include <QHostAddress>
 #include <QNetworkInterface>
-#include <QSettings>
 #include <QUrl>
 
 std::optional<PreviewPlace> ParsePreviewPlace(std::string_view text, std::string& error)
@@ -23,20 +23,12 @@ std::optional<PreviewPlace> ParsePreviewPlace(std::string_view text, std::string
 
 PreviewPlace LoadPreviewPlace(QSettings& settings)
 {
-    PreviewPlace place;
-    place.on = settings.value(QStringLiteral("preview/on"), false).toBool();
-    place.host = settings.value(QStringLiteral("preview/interface")).toString().toStdString();
-    const int port = settings.value(QStringLiteral("preview/port"), place.port).toInt();
-    if (port >= 1 && port <= 65535)
-        place.port = port;
-    return place;
+    return LoadListenPlace<PreviewPlace>(settings, QStringLiteral("preview"));
 }
 
 void SavePreviewPlace(QSettings& settings, const PreviewPlace& place)
 {
-    settings.setValue(QStringLiteral("preview/on"), place.on);
-    settings.setValue(QStringLiteral("preview/interface"), QString::fromStdString(place.host));
-    settings.setValue(QStringLiteral("preview/port"), place.port);
+    SaveListenPlace(settings, QStringLiteral("preview"), place);
 }
 
 QString PreviewUrl(const PreviewPlace& place, int port, const QString& key,

@@ -152,6 +152,7 @@ TEST(OscInput, TheDialogShowsAllInterfacesAsAllAndAllowsOkOnlyForAnAddress)
     for (const auto& [typed, read] :
          std::vector<std::pair<const char*, const char*>>{{"127.0.0.1", "127.0.0.1:9000"},
                                                           {"a b", ""},
+                                                          {"localhost", ""},
                                                           {" all ", "all:9000"},
                                                           {"::1", "::1:9000"}}) {
         interface->setText(QString::fromUtf8(typed));

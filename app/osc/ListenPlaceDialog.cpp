@@ -1,8 +1,9 @@
-#include "OscInputDialog.h"
+#include "ListenPlaceDialog.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QHostAddress>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
@@ -14,23 +15,24 @@ const QString kAllInterfaces = QStringLiteral("all");
 
 }  // namespace
 
-OscInputDialog::OscInputDialog(const OscInput& input, QWidget* parent)
+ListenPlaceDialog::ListenPlaceDialog(const QString& title, const QString& onText, bool on,
+                                     const std::string& host, int port, QWidget* parent)
     : QDialog(parent),
-      on_(new QCheckBox(tr("&Listen for OSC in test mode"), this)),
-      interface_(new QLineEdit(
-          input.host.empty() ? kAllInterfaces : QString::fromStdString(input.host), this)),
+      on_(new QCheckBox(onText, this)),
+      interface_(
+          new QLineEdit(host.empty() ? kAllInterfaces : QString::fromStdString(host), this)),
       port_(new QSpinBox(this)),
       buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
 {
-    setWindowTitle(tr("OSC Input"));
+    setWindowTitle(title);
     on_->setObjectName(QStringLiteral("on"));
-    on_->setChecked(input.on);
+    on_->setChecked(on);
     interface_->setObjectName(QStringLiteral("interface"));
     interface_->setToolTip(
         tr("\u201call\u201d, or the address of one of this computer's interfaces"));
     port_->setObjectName(QStringLiteral("port"));
     port_->setRange(1, 65535);
-    port_->setValue(input.port);
+    port_->setValue(port);
 
     auto* form = new QFormLayout;
     form->addRow(on_);
@@ -42,22 +44,29 @@ OscInputDialog::OscInputDialog(const OscInput& input, QWidget* parent)
 
     connect(buttons_, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons_, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    connect(interface_, &QLineEdit::textChanged, this, &OscInputDialog::UpdateOk);
+    connect(interface_, &QLineEdit::textChanged, this, &ListenPlaceDialog::UpdateOk);
     UpdateOk();
 }
 
-OscInput OscInputDialog::Input() const
+bool ListenPlaceDialog::On() const
 {
-    const QString host = interface_->text().trimmed();
-    return {on_->isChecked(), host == kAllInterfaces ? std::string() : host.toStdString(),
-            port_->value()};
+    return on_->isChecked();
 }
 
-void OscInputDialog::UpdateOk()
+std::string ListenPlaceDialog::Host() const
 {
-    const OscInput input = Input();
-    std::string ignored;
-    const bool valid =
-        input.host.empty() || ParseOscTarget(ToString(OscTarget{input.host, input.port}), ignored);
-    buttons_->button(QDialogButtonBox::Ok)->setEnabled(valid);
+    const QString host = interface_->text().trimmed();
+    return host == kAllInterfaces ? std::string() : host.toStdString();
+}
+
+int ListenPlaceDialog::Port() const
+{
+    return port_->value();
+}
+
+void ListenPlaceDialog::UpdateOk()
+{
+    const QString host = interface_->text().trimmed();
+    buttons_->button(QDialogButtonBox::Ok)
+        ->setEnabled(host == kAllInterfaces || !QHostAddress(host).isNull());
 }
