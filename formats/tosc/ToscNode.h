@@ -1,0 +1,62 @@
+#pragma once
+
+#include "formats/ImportedFields.h"
+
+#include <pugixml.hpp>
+
+#include <array>
+#include <cstring>
+#include <string_view>
+
+// A node's frame: its rectangle relative to the node that holds it.
+struct ToscFrame {
+    double x = 0;
+    double y = 0;
+    double w = 0;
+    double h = 0;
+};
+
+// What the import reads of one <node> of a current TouchOSC file, found in one
+// pass over its elements and one over its properties: large files hold tens of
+// thousands of nodes of twenty properties each.
+struct ToscNode {
+    explicit ToscNode(const pugi::xml_node& node);
+
+    pugi::xml_node element;
+    std::string_view type;
+    std::string_view name;
+    std::string_view tabLabel;  // the tab that shows a pager's page
+    ToscFrame frame;
+    bool hidden = false;    // the app does not show it, nor what it holds
+    bool momentary = true;  // of a button
+    pugi::xml_node color;   // the colour's <value>; null when the node has none
+    pugi::xml_node values;
+    pugi::xml_node messages;
+    pugi::xml_node children;
+};
+
+// The text of the node's property named key; "" when it has none.
+std::string_view PropertyText(const ToscNode& node, std::string_view key);
+
+// A label's shown text: the default of its "text" value.
+std::string_view ShownText(const ToscNode& node);
+
+// The numbers that value's elements of the given names hold, such as a frame's
+// x, y, w and h, read in one pass; 0 for a name it lacks.
+template <std::size_t N>
+std::array<double, N> PartsOf(const pugi::xml_node& value, const std::array<const char*, N>& names)
+{
+    std::array<double, N> numbers{};
+    std::array<bool, N> found{};
+    for (pugi::xml_node part = value.first_child(); part; part = part.next_sibling()) {
+        const char* const name = part.name();
+        for (std::size_t i = 0; i < N; ++i) {
+            if (!found[i] && name[0] == names[i][0] && std::strcmp(name, names[i]) == 0) {
+                numbers[i] = NumberIn(part.text().get());
+                found[i] = true;
+                break;
+            }
+        }
+    }
+    return numbers;
+}
