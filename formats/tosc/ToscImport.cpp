@@ -175,7 +175,7 @@ private:
         CopyTextField(control.name, shown.empty() ? node.name : shown);
         pugi::xml_node osc;
         long long midi = 0;
-        for (const pugi::xml_node message : node.messages.children()) {
+        for (const pugi::xml_node message : node.Part("messages").children()) {
             const std::string_view kind = message.name();
             osc = !osc && kind == "osc" ? message : osc;
             midi += kind == "midi" ? 1 : 0;

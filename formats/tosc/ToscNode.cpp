@@ -21,7 +21,7 @@ Property PropertyOf(const pugi::xml_node& property)
     // As the app writes them: the key, then the value.
     const pugi::xml_node key = property.first_child();
     const pugi::xml_node value = key.next_sibling();
-    if (Named(key, "key") && Named(value, "value") && !value.next_sibling())
+    if (Named(key, "key") && Named(value, "value"))
         return {key.text().get(), value};
     Property found;
     for (pugi::xml_node part = property.first_child(); part; part = part.next_sibling()) {
@@ -33,14 +33,14 @@ Property PropertyOf(const pugi::xml_node& property)
     return found;
 }
 
+// Each <property> of the node; read leniently, anything else there that holds
+// a key and a value counts as one too.
 template <typename Visit>
 void EachProperty(const pugi::xml_node& properties, Visit visit)
 {
     for (pugi::xml_node property = properties.first_child(); property;
-         property = property.next_sibling()) {
-        if (Named(property, "property"))
-            visit(PropertyOf(property));
-    }
+         property = property.next_sibling())
+        visit(PropertyOf(property));
 }
 
 }  // namespace
@@ -48,17 +48,12 @@ void EachProperty(const pugi::xml_node& properties, Visit visit)
 ToscNode::ToscNode(const pugi::xml_node& node) : element(node)
 {
     type = node.attribute("type").value();
-    pugi::xml_node properties;
-    for (pugi::xml_node part = node.first_child(); part; part = part.next_sibling()) {
-        if (Named(part, "properties"))
-            properties = part;
-        else if (Named(part, "values"))
-            values = part;
-        else if (Named(part, "messages"))
-            messages = part;
-        else if (Named(part, "children"))
-            children = part;
-    }
+    // The app writes the properties first and the children last; values and
+    // messages, between them, are looked for only where needed.
+    const pugi::xml_node first = node.first_child();
+    const pugi::xml_node properties = Named(first, "properties") ? first : node.child("properties");
+    const pugi::xml_node last = node.last_child();
+    children = Named(last, "children") ? last : node.child("children");
     EachProperty(properties, [&](const Property& property) {
         const std::string_view key = property.key;
         const pugi::xml_node value = property.value;
@@ -91,9 +86,20 @@ std::string_view PropertyText(const ToscNode& node, std::string_view key)
     return text;
 }
 
+pugi::xml_node ToscNode::Part(const char* name) const
+{
+    // Where the app writes them: just before the children, messages after values.
+    for (pugi::xml_node part = children ? children.previous_sibling() : element.last_child();
+         part && !Named(part, "properties"); part = part.previous_sibling()) {
+        if (Named(part, name))
+            return part;
+    }
+    return element.child(name);
+}
+
 std::string_view ShownText(const ToscNode& node)
 {
-    for (const pugi::xml_node value : node.values.children("value")) {
+    for (const pugi::xml_node value : node.Part("values").children("value")) {
         if (std::string_view(value.child("key").text().get()) == "text")
             return value.child("default").text().get();
     }

@@ -22,6 +22,9 @@ struct ToscFrame {
 struct ToscNode {
     explicit ToscNode(const pugi::xml_node& node);
 
+    // The node's element of that name, such as "values" or "messages".
+    pugi::xml_node Part(const char* name) const;
+
     pugi::xml_node element;
     std::string_view type;
     std::string_view name;
@@ -30,8 +33,6 @@ struct ToscNode {
     bool hidden = false;    // the app does not show it, nor what it holds
     bool momentary = true;  // of a button
     pugi::xml_node color;   // the colour's <value>; null when the node has none
-    pugi::xml_node values;
-    pugi::xml_node messages;
     pugi::xml_node children;
 };
 
