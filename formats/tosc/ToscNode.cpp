@@ -75,7 +75,7 @@ ToscNode::ToscNode(const pugi::xml_node& node) : element(node)
 
 std::string_view PropertyText(const ToscNode& node, std::string_view key)
 {
-    std::string_view text;
+    std::string_view text = "";
     bool found = false;
     EachProperty(node.element.child("properties"), [&](const Property& property) {
         if (property.key == key && !found) {
@@ -103,5 +103,5 @@ std::string_view ShownText(const ToscNode& node)
         if (std::string_view(value.child("key").text().get()) == "text")
             return value.child("default").text().get();
     }
-    return {};
+    return "";
 }

@@ -26,9 +26,10 @@ struct ToscNode {
     pugi::xml_node Part(const char* name) const;
 
     pugi::xml_node element;
-    std::string_view type;
-    std::string_view name;
-    std::string_view tabLabel;  // the tab that shows a pager's page
+    // Texts are "" rather than null when missing: they are copied into fields.
+    std::string_view type = "";
+    std::string_view name = "";
+    std::string_view tabLabel = "";  // the tab that shows a pager's page
     ToscFrame frame;
     bool hidden = false;    // the app does not show it, nor what it holds
     bool momentary = true;  // of a button
