@@ -67,8 +67,7 @@ std::string AddressOf(const ToscNode& node, const ToscNode& parent, const pugi::
         return "/" + std::string(node.name);
     std::string address;
     for (const pugi::xml_node partial : osc.child("path").children("partial")) {
-        const std::string_view type = partial.child("type").text().get();
-        const std::string_view value = partial.child("value").text().get();
+        const auto [type, value] = TextsOf(partial, std::array{"type", "value"});
         if (type == "CONSTANT")
             address += value;
         else if (type == "PROPERTY" && value == "parent.name")

@@ -43,22 +43,36 @@ std::string_view PropertyText(const ToscNode& node, std::string_view key);
 // A label's shown text: the default of its "text" value.
 std::string_view ShownText(const ToscNode& node);
 
-// The numbers that value's elements of the given names hold, such as a frame's
-// x, y, w and h, read in one pass; 0 for a name it lacks.
+// The texts of element's children of the given names, read in one pass; "" for
+// a name it lacks.
 template <std::size_t N>
-std::array<double, N> PartsOf(const pugi::xml_node& value, const std::array<const char*, N>& names)
+std::array<std::string_view, N> TextsOf(const pugi::xml_node& element,
+                                        const std::array<const char*, N>& names)
 {
-    std::array<double, N> numbers{};
+    std::array<std::string_view, N> texts;
+    texts.fill("");
     std::array<bool, N> found{};
-    for (pugi::xml_node part = value.first_child(); part; part = part.next_sibling()) {
+    for (pugi::xml_node part = element.first_child(); part; part = part.next_sibling()) {
         const char* const name = part.name();
         for (std::size_t i = 0; i < N; ++i) {
             if (!found[i] && name[0] == names[i][0] && std::strcmp(name, names[i]) == 0) {
-                numbers[i] = NumberIn(part.text().get());
+                texts[i] = part.text().get();
                 found[i] = true;
                 break;
             }
         }
     }
+    return texts;
+}
+
+// The numbers that value's elements of the given names hold, such as a frame's
+// x, y, w and h; 0 for a name it lacks.
+template <std::size_t N>
+std::array<double, N> PartsOf(const pugi::xml_node& value, const std::array<const char*, N>& names)
+{
+    const std::array<std::string_view, N> texts = TextsOf(value, names);
+    std::array<double, N> numbers{};
+    for (std::size_t i = 0; i < N; ++i)
+        numbers[i] = NumberIn(texts[i]);
     return numbers;
 }
