@@ -1,11 +1,11 @@
 #pragma once
 
+#include "ImportLimits.h"
+
 #include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
-
-#include "ImportLimits.h"
 
 class FormatHost;
 class ImportReport;
