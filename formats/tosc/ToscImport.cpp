@@ -80,6 +80,41 @@ std::string AddressOf(const ToscNode& node, const ToscNode& parent, const pugi::
     return address;
 }
 
+// The app places a pager's pages below its tab bar, and the editor's title band
+// stands for that bar: what a page holds is placed from the page's top edge,
+// up by as much as the bar is high. A pager without a bar leaves its pages be.
+double TabBarHeight(const ToscNode& pager)
+{
+    if (PropertyText(pager, "tabbar") == "0")
+        return 0;
+    return std::max(NumberIn(PropertyText(pager, "tabbarSize")), 0.0);
+}
+
+double TabBarLift(const ToscNode& page, double tabBar)
+{
+    return std::clamp(page.frame.y, 0.0, tabBar);
+}
+
+// The lift of the pages of a pager among the root's children: the screen is
+// that much less high in the editor.
+double RootTabBarLift(const ToscNode& root)
+{
+    for (const pugi::xml_node element : root.children.children("node")) {
+        if (std::string_view(element.attribute("type").value()) != "PAGER")
+            continue;
+        const ToscNode pager(element);
+        if (pager.hidden)
+            continue;
+        for (const pugi::xml_node page : pager.children.children("node")) {
+            const ToscNode group(page);
+            if (!group.hidden)
+                return TabBarLift(group, TabBarHeight(pager));
+        }
+        return 0;
+    }
+    return 0;
+}
+
 class ToscWalk {
 public:
     ToscWalk(const ScreenFit& fit, const ImportLimits& limits, ImportReport& report,
@@ -145,6 +180,7 @@ private:
             error_ = TooDeep(kWhat, limits_);
             return false;
         }
+        const double tabBar = TabBarHeight(pager);
         for (const pugi::xml_node element : pager.children.children("node")) {
             const ToscNode group(element);
             if (group.hidden) {
@@ -152,7 +188,8 @@ private:
                 continue;
             }
             if (!AddPage(group.tabLabel.empty() ? group.name : group.tabLabel) ||
-                !Children(group, left + group.frame.x, top + group.frame.y, depth + 2,
+                !Children(group, left + group.frame.x,
+                          top + group.frame.y - TabBarLift(group, tabBar), depth + 2,
                           *pages_.back()))
                 return false;
         }
@@ -227,7 +264,8 @@ bool ReadToscFile(std::string_view bytes, OSCProject& project, ImportReport& rep
     const std::uint8_t device =
         NearestDevice(std::min(screen.w, screen.h), std::max(screen.w, screen.h));
     const std::uint8_t orientation = screen.w > screen.h ? kHorizontal : kVertical;
-    const ScreenFit fit(screen.w, screen.h + kTitleBandHeight, device, orientation);
+    const ScreenFit fit(screen.w, screen.h + kTitleBandHeight - RootTabBarLift(root), device,
+                        orientation);
 
     ImportReport found;
     ToscWalk walk(fit, limits, found, error);
