@@ -61,6 +61,8 @@ public:
 
     void ExportTouchOSCFile(VornBasics* host, const char* path);
     void ExportLemurFile(VornBasics* host, const char* path);
+    // Ours: the layout as a current TouchOSC file (formats/tosc).
+    void ExportToscFile(VornBasics* host, const char* path);
     // Writes text's base64 form into out, at most 256 bytes; out must hold 257.
     static void ConvertToBase64(const char* text, char* out);
 };

@@ -109,12 +109,18 @@ bool WriteLemur(OSCProject& project, FormatHost& host, const std::string& path, 
     return Exported(host, error);
 }
 
+bool WriteTosc(OSCProject& project, FormatHost& host, const std::string& path, std::string& error)
+{
+    project.ExportToscFile(&host, path.c_str());
+    return Exported(host, error);
+}
+
 constexpr LayoutFormat kFormats[] = {
     {".json", "Layout JSON", false, ReadJson, WriteJson},
     {".VornOsc", "Vorn OSC Layout", false, ReadLayout, WriteLayout},
     {".touchosc", "TouchOSC Layout", true, ReadTouchOSC, WriteTouchOSC},
     {".jzml", "Lemur Layout", true, ReadLemur, WriteLemur},
-    {".tosc", "TouchOSC Layout", true, ReadTosc, nullptr},
+    {".tosc", "TouchOSC Layout", true, ReadTosc, WriteTosc},
 };
 
 template <typename Wanted>

@@ -16,6 +16,8 @@ namespace {
 
 const std::vector<std::string> kArchiveErrors = {"Failed to create touchosc file",
                                                  "  try saving again with a different file name"};
+const std::vector<std::string> kToscErrors = {"Failed to create tosc file",
+                                              "  try saving again with a different file name"};
 
 class ExportFailure : public testing::Test {
 protected:
@@ -49,9 +51,12 @@ TEST_F(ExportFailure, AFileThatCannotBeCreatedIsToldAndTheOldTargetLeftAlone)
     const std::string blocker = temp_ / "blocker";
     WriteWholeFile(blocker, "a file where a folder is expected");
     project_.ExportLemurFile(&host_, (blocker + "/layout.jzml").c_str());
+    project_.ExportToscFile(&host_, (blocker + "/layout.tosc").c_str());
     host_.dataFolder = blocker;
     project_.ExportTouchOSCFile(&host_, oldTarget_.c_str());
-    EXPECT_EQ(Notices(), "OSC Export: File create failure\nOSC Export: File create failure\n");
+    EXPECT_EQ(Notices(),
+              "OSC Export: File create failure\nOSC Export: File create failure\n"
+              "OSC Export: File create failure\n");
     EXPECT_TRUE(host_.errors.empty());
     EXPECT_EQ(ReadWholeFile(oldTarget_), "old archive");
 }
@@ -70,8 +75,12 @@ TEST_F(ExportFailure, AnArchiveThatCannotBeWrittenIsToldThroughTheHost)
     const rlimit tooSmall{64, saved.rlim_max};
     ::setrlimit(RLIMIT_FSIZE, &tooSmall);
     project_.ExportTouchOSCFile(&host_, oldTarget_.c_str());
+    const std::string tosc = temp_ / "layout.tosc";
+    project_.ExportToscFile(&host_, tosc.c_str());
     ::setrlimit(RLIMIT_FSIZE, &saved);
-    EXPECT_EQ(host_.errors.size(), 4u);
+    EXPECT_EQ(host_.errors.size(), 6u);
+    EXPECT_EQ(std::vector(host_.errors.end() - 2, host_.errors.end()), kToscErrors);
+    EXPECT_FALSE(fs::exists(tosc)) << "half a file is not left behind";
     EXPECT_FALSE(fs::exists(oldTarget_));
     EXPECT_FALSE(fs::exists(temporaryXml_));
     EXPECT_EQ(Notices(), "");

@@ -1,18 +1,23 @@
 // Every folder under golden/ is one case: input.json (the layout) with
 // expected.xml (the TouchOSC archive's index.xml) and expected.jzml (the Lemur
-// file). A mismatch leaves the actual output under the build folder for review.
+// file). The bundled example is the case of the current TouchOSC file. A
+// mismatch leaves the actual output under the build folder for review.
 
 #include "FakeHost.h"
 #include "FakeToolkit.h"
 #include "TempFolder.h"
 #include "TestFiles.h"
+#include "document/LayoutFile.h"
 #include "document/OSCProject.h"
 #include "formats/json/LayoutJson.h"
+#include "formats/tosc/ToscInflate.h"
 
 #include <gtest/gtest.h>
 #include <zip.h>
+#include <pugixml.hpp>
 
 #include <filesystem>
+#include <set>
 
 namespace fs = std::filesystem;
 
@@ -26,6 +31,16 @@ std::vector<std::string> CaseNames()
     return names;
 }
 
+// Fails unless actual is the golden file's content, and keeps it for review then.
+void ExpectGolden(const fs::path& golden, const std::string& actual, const fs::path& kept)
+{
+    if (ReadWholeFile(golden) == actual)
+        return;
+    fs::create_directories(kept.parent_path());
+    WriteWholeFile(kept, actual);
+    ADD_FAILURE() << "the output differs from " << golden << "; it is in " << kept;
+}
+
 using GoldenExport = testing::TestWithParam<std::string>;
 
 // unzip and xmllint give a second opinion from code that shares nothing with
@@ -35,12 +50,7 @@ TEST_P(GoldenExport, TheTouchOSCArchiveAndTheLemurFileHoldTheExpectedBytesAndPas
 {
     const fs::path folder = fs::path(GOLDEN_DIR) / GetParam();
     const auto expectGolden = [&](const std::string& actual, const char* fileName) {
-        if (ReadWholeFile(folder / fileName) == actual)
-            return;
-        const fs::path kept = fs::path(ACTUAL_DIR) / GetParam() / fileName;
-        fs::create_directories(kept.parent_path());
-        WriteWholeFile(kept, actual);
-        ADD_FAILURE() << "the output differs from " << folder / fileName << "; it is in " << kept;
+        ExpectGolden(folder / fileName, actual, fs::path(ACTUAL_DIR) / GetParam() / fileName);
     };
     Toolkit().Reset();
     TempFolder temp;
@@ -91,5 +101,82 @@ TEST_P(GoldenExport, TheTouchOSCArchiveAndTheLemurFileHoldTheExpectedBytesAndPas
 
 INSTANTIATE_TEST_SUITE_P(Cases, GoldenExport, testing::ValuesIn(CaseNames()),
                          [](const auto& info) { return info.param; });
+
+// "TYPE key t" for each property of each node, "TYPE value key" for each value.
+std::set<std::string> NodeShapes(const std::string& xml)
+{
+    pugi::xml_document document;
+    EXPECT_TRUE(document.load_buffer(xml.data(), xml.size()));
+    std::set<std::string> shapes;
+    for (const pugi::xpath_node found : document.select_nodes("//node")) {
+        const pugi::xml_node node = found.node();
+        const std::string type = node.attribute("type").value();
+        for (const pugi::xml_node property : node.child("properties").children("property"))
+            shapes.insert(type + " " + property.child_value("key") + " " +
+                          property.attribute("type").value());
+        for (const pugi::xml_node value : node.child("values").children("value"))
+            shapes.insert(type + " value " + value.child_value("key"));
+    }
+    return shapes;
+}
+
+// The shapes of the app's own files: the samples, and for a RADIAL, which no
+// sample holds, what files the app wrote are seen to carry.
+std::set<std::string> AppsOwnShapes()
+{
+    std::set<std::string> shapes = {"RADIAL background b",   "RADIAL centered b",
+                                    "RADIAL grabFocus b",    "RADIAL grid b",
+                                    "RADIAL interactive b",  "RADIAL inverted b",
+                                    "RADIAL locked b",       "RADIAL outline b",
+                                    "RADIAL visible b",      "RADIAL color c",
+                                    "RADIAL gridColor c",    "RADIAL cornerRadius f",
+                                    "RADIAL gridSteps i",    "RADIAL orientation i",
+                                    "RADIAL outlineStyle i", "RADIAL pointerPriority i",
+                                    "RADIAL response i",     "RADIAL responseFactor i",
+                                    "RADIAL shape i",        "RADIAL frame r",
+                                    "RADIAL name s",         "RADIAL script s",
+                                    "RADIAL tag s",          "RADIAL value x",
+                                    "RADIAL value touch"};
+    for (const char* sample : {"lightshark-pager-lexml4.tosc", "small-lexml3.tosc"}) {
+        std::string xml, error;
+        EXPECT_TRUE(ToscXml(ReadWholeFile(std::string(SAMPLES_DIR "/") + sample).value_or(""), xml,
+                            {}, error))
+            << sample << ": " << error;
+        shapes.merge(NodeShapes(xml));
+    }
+    return shapes;
+}
+
+// A zlib stream at zlib's default level, as the app's files are; its XML well
+// formed for xmllint, and every node carries only properties and values that
+// the app writes on nodes of its type.
+TEST(GoldenToscExport, TheExampleInflatesToTheExpectedXmlShapedAsTheAppsOwnFiles)
+{
+    Toolkit().Reset();
+    TempFolder temp;
+    FakeHost host;
+    OSCProject project;
+    const auto example = ReadWholeFile(EXAMPLES_DIR "/Demo.VornOsc");
+    ASSERT_EQ(ReadLayoutFile(example.value_or(""), project, &host), 0);
+    const std::string path = temp / "Demo.tosc";
+    project.ExportToscFile(&host, path.c_str());
+    EXPECT_TRUE(host.errors.empty());
+    EXPECT_TRUE(Toolkit().messageBoxes.empty());
+    const std::string bytes = ReadWholeFile(path).value_or("");
+    EXPECT_TRUE(bytes.starts_with("\x78\x9C"));
+    std::string xml, error;
+    ASSERT_TRUE(ToscXml(bytes, xml, {}, error)) << error;
+    const fs::path golden = fs::path(DATA_DIR) / "Demo.tosc.xml";
+    ExpectGolden(golden, xml, fs::path(ACTUAL_DIR) / "Demo.tosc.xml");
+
+    const std::set<std::string> apps = AppsOwnShapes();
+    for (const std::string& shape : NodeShapes(xml))
+        EXPECT_TRUE(apps.contains(shape)) << shape << " is not in the app's own files";
+
+    if (!HasTool("xmllint"))
+        GTEST_SKIP() << "xmllint gives a second opinion (package libxml2-utils)";
+    const CommandResult lint = RunCommand("xmllint --noout " + ShellQuoted(golden));
+    EXPECT_EQ(lint.status, 0) << lint.output;
+}
 
 }  // namespace

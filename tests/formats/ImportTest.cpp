@@ -12,6 +12,7 @@
 #include "formats/json/LayoutJson.h"
 #include "formats/lemur/LemurExport.h"
 #include "formats/lemur/LemurImport.h"
+#include "formats/tosc/ToscExport.h"
 #include "formats/tosc/ToscImport.h"
 #include "formats/touchosc/TouchOSCExport.h"
 #include "formats/touchosc/TouchOSCImport.h"
@@ -85,16 +86,17 @@ void ExpectLayout(const json& project, const json& expected)
 }
 
 // Texts of one to four bytes a character, of every length modulo 3, so that
-// their base64 needs no padding, one or two characters of it, and of the four
-// characters XML writes as entities.
+// their base64 needs no padding, one or two characters of it, of the four
+// characters XML writes as entities, and of the end of a CDATA section.
 std::string RandomText(std::mt19937& random, int maxCharacters)
 {
-    static const char* const kCharacters[] = {"a",  "Z",    "0",    " ", "/", "&",  "é", "ß", "日",
-                                              "ノ", "🎛", "🎚", "+", "=", "\"", "<", ">"};
+    static const char* const kCharacters[] = {"a", "Z", "0",  " ",  "/",    "&",
+                                              "é", "ß", "日", "ノ", "🎛", "🎚",
+                                              "+", "=", "\"", "<",  ">",    "]]>"};
     std::string text;
     const int count = std::uniform_int_distribution(0, maxCharacters)(random);
     for (int i = 0; i < count; ++i)
-        text += kCharacters[std::uniform_int_distribution(0, 16)(random)];
+        text += kCharacters[std::uniform_int_distribution(0, 17)(random)];
     return text;
 }
 
@@ -151,6 +153,24 @@ OSCProject RandomLayout(std::mt19937& random, int device, int orientation)
     return project;
 }
 
+// Labels send nothing in Lemur nor in the current TouchOSC app: they come back
+// with no address, or with the one the app gives a node without a message.
+json WithSilentLabels(json project, bool addressedByName)
+{
+    for (json& page : project["pages"]) {
+        for (json& control : page["controls"]) {
+            if (control["type"] == "Label") {
+                control["command"] =
+                    addressedByName ? "/" + control["name"].get<std::string>() : "";
+                control["deviceId"] = control["controlNumber"] = 0;
+                control["minValue"] = 0;
+                control["maxValue"] = 127;
+            }
+        }
+    }
+    return project;
+}
+
 TEST(TouchOSCImport, RandomLayoutsExportedByTheEditorComeBackTheSameOnEveryScreen)
 {
     std::mt19937 random(20261125);
@@ -159,18 +179,23 @@ TEST(TouchOSCImport, RandomLayoutsExportedByTheEditorComeBackTheSameOnEveryScree
             for (int round = 0; round < 25; ++round) {
                 SCOPED_TRACE(testing::Message() << device << orientation << " round " << round);
                 const OSCProject layout = RandomLayout(random, device, orientation);
+                const json written = json::parse(WriteLayoutJson(layout));
                 const std::string xml =
                     Captured([&](std::FILE* out) { WriteTouchOSCXml(out, layout); });
                 const auto [project, report] = Imported("index.xml", xml);
-                EXPECT_EQ(project, json::parse(WriteLayoutJson(layout))) << xml;
+                EXPECT_EQ(project, written) << xml;
                 EXPECT_TRUE(report.empty());
+                const std::string tosc = WriteToscXml(layout);
+                const auto [fromTosc, toscReport] = Imported(".tosc", tosc);
+                EXPECT_EQ(fromTosc, WithSilentLabels(written, true)) << tosc;
+                EXPECT_TRUE(toscReport.empty());
             }
         }
     }
 }
 
-// Lemur keeps no orientation: its screens are landscape. A text sends
-// nothing, and keeps no range; unnamed controls get names on the way out.
+// Lemur keeps no orientation: its screens are landscape. Unnamed controls get
+// names on the way out.
 TEST(LemurImport, RandomLayoutsExportedByTheEditorComeBackTheSameInEveryFieldLemurKeeps)
 {
     std::mt19937 random(1125);
@@ -180,21 +205,68 @@ TEST(LemurImport, RandomLayoutsExportedByTheEditorComeBackTheSameInEveryFieldLem
             OSCProject layout = RandomLayout(random, device, kHorizontal);
             const std::string jzml = Captured([&](std::FILE* out) { WriteLemurJzml(out, layout); });
             const auto [project, report] = Imported(".jzml", jzml);
-            json expected = json::parse(WriteLayoutJson(layout));
-            for (json& page : expected["pages"]) {
-                for (json& control : page["controls"]) {
-                    if (control["type"] == "Label") {
-                        control["command"] = "";
-                        control["deviceId"] = control["controlNumber"] = 0;
-                        control["minValue"] = 0;
-                        control["maxValue"] = 127;
-                    }
-                }
-            }
-            EXPECT_EQ(project, expected) << jzml;
+            EXPECT_EQ(project, WithSilentLabels(json::parse(WriteLayoutJson(layout)), false))
+                << jzml;
             EXPECT_TRUE(report.empty());
         }
     }
+}
+
+// What a CDATA section cannot hold as it stands comes back byte for byte all
+// the same; what XML cannot hold at all comes back as U+FFFD, the file well
+// formed for xmllint. Ranges keep the whole of their 32 bits.
+TEST(ToscImport, EveryTextComesBackAsXmlCanCarryIt)
+{
+    const auto replaced = [](int count) {
+        std::string text;
+        while (count-- > 0)
+            text += "\xEF\xBF\xBD";
+        return text;
+    };
+    const std::pair<std::string, std::string> kTexts[] = {
+        {"/a]]>b]]", "/a]]>b]]"},
+        {"cr\r\nlf\rend", "cr\r\nlf\rend"},
+        {"tab\tfeed\n", "tab\tfeed\n"},
+        {"<&>\"' é日🎛", "<&>\"' é日🎛"},
+        {"bell\x07", "bell" + replaced(1)},
+        {"latin \xE9!", "latin " + replaced(1) + "!"},
+        {"\xEF\xBF\xBE\xEF\xBF\xBF", replaced(2)},  // U+FFFE, U+FFFF
+        {"\xED\xA0\x80", replaced(3)},              // a surrogate
+        {"\xC0\xAF\xF4\x90\x80\x80", replaced(6)},  // overlong, past U+10FFFF
+    };
+    OSCProject layout;
+    layout.pages.clear();
+    for (const auto& [text, back] : kTexts) {
+        auto& page = *layout.pages.emplace_back(std::make_unique<OSCPage>());
+        CopyTextField(page.name, text);
+        auto& fader = *page.controls.emplace_back(std::make_unique<OSCControl>());
+        fader.type = kFader;
+        CopyTextField(fader.name, text);
+        CopyTextField(fader.command, text);
+        fader.minValue = INT32_MIN;
+        fader.maxValue = INT32_MAX;
+    }
+    const std::string xml = WriteToscXml(layout);
+    OSCProject project;
+    ImportReport report;
+    std::string error;
+    ASSERT_TRUE(ReadToscFile(xml, project, report, error)) << error;
+    ASSERT_EQ(project.pages.size(), std::size(kTexts));
+    for (std::size_t i = 0; i < std::size(kTexts); ++i) {
+        SCOPED_TRACE(kTexts[i].first);
+        const OSCControl& fader = *project.pages[i]->controls.at(0);
+        EXPECT_EQ(TextOf(project.pages[i]->name), kTexts[i].second);
+        EXPECT_EQ(TextOf(fader.name), kTexts[i].second);
+        EXPECT_EQ(TextOf(fader.command), kTexts[i].second);
+        EXPECT_EQ(fader.minValue, INT32_MIN);
+        EXPECT_EQ(fader.maxValue, INT32_MAX);
+    }
+    if (!HasTool("xmllint"))
+        GTEST_SKIP() << "xmllint gives a second opinion (package libxml2-utils)";
+    TempFolder temp;
+    WriteWholeFile(temp / "texts.xml", xml);
+    const CommandResult lint = RunCommand("xmllint --noout " + ShellQuoted(temp / "texts.xml"));
+    EXPECT_EQ(lint.status, 0) << lint.output;
 }
 
 // The archive the export writes, read back whole.
