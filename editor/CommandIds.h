@@ -64,4 +64,5 @@ enum CommandId : int {
     ID_GRID_RIGHT = 33120,
     ID_GRID_UP = 33121,
     ID_GRID_DOWN = 33122,
+    ID_OSCEDITOR_EXPORTASTOSCFILE = 33200,  // ours: the layout as a current TouchOSC file
 };

@@ -58,6 +58,7 @@ constexpr Command kCommands[] = {
     {ID_CTLDOWN, &E::OnCtldown, nullptr, "Resize"},
     {ID_OSCEDITOR_EXPORTASTOUCHOSCFILE, &E::OnOscEditorExportAsTouchOSCFile, nullptr, nullptr},
     {ID_OSCEDITOR_EXPORTASLEMURFILE, &E::OnOscEditorExportAsLemurFile, nullptr, nullptr},
+    {ID_OSCEDITOR_EXPORTASTOSCFILE, &E::OnOscEditorExportAsToscFile, nullptr, nullptr},
     {ID_OSCEDITOR_PAGEPROPERTIES, &E::OnOsceditorPageproperties, nullptr, "Page Properties"},
     {ID_OSCTESTMODE, &E::OnOsctestmode, nullptr, nullptr},  // checked in test mode
     {ID_OSCEDITOR_SEARCHANDREPLACE, &E::OnOsceditorSearchandreplace, nullptr, "Replace"},

@@ -168,3 +168,9 @@ void TVornOSCEditor::OnOscEditorExportAsLemurFile()
     Export("Lemur", "jzml", "Lemur File (*.jzml)", "Export As Lemur File...",
            &OSCProject::ExportLemurFile);
 }
+
+void TVornOSCEditor::OnOscEditorExportAsToscFile()
+{
+    Export("TouchOSC", "tosc", "TouchOSC (Current) File (*.tosc)",
+           "Export As TouchOSC (Current) File...", &OSCProject::ExportToscFile);
+}

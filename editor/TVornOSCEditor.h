@@ -98,6 +98,7 @@ public:
     void OnCtldown();
     void OnOscEditorExportAsTouchOSCFile();
     void OnOscEditorExportAsLemurFile();
+    void OnOscEditorExportAsToscFile();
     void OnOsceditorPageproperties();
     void OnOsctestmode();
     void OnOsceditorSearchandreplace();
