@@ -6,8 +6,7 @@ namespace {
 
 bool Named(const pugi::xml_node& element, const char* name)
 {
-    const char* const own = element.name();
-    return own[0] == name[0] && std::strcmp(own, name) == 0;
+    return std::strcmp(element.name(), name) == 0;
 }
 
 // The key and the value element of a property.
