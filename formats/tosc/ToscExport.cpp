@@ -261,7 +261,7 @@ std::string WriteToscXml(const OSCProject& project)
                 (static_cast<std::size_t>(project.GetNumControls()) + project.pages.size() + 2));
     ToscXmlWriter writer(xml, project);
     writer.Begin();
-    screen.name = "root";
+    screen.name = "group";  // as the app names a new document's root
     writer.OpenNode("GROUP", kRootProperties, screen);
     writer.Value("touch", "false");
     writer.EndValues();
