@@ -1,5 +1,7 @@
 #include "XmlCharacterData.h"
 
+#include "formats/EscapedAttribute.h"
+
 #include <algorithm>
 
 namespace {
@@ -81,22 +83,11 @@ void AppendCharacterData(std::string& xml, std::string_view text)
     const std::string kept = plain ? std::string(text) : XmlCharacters(text);
     if (kept.find("]]>") == std::string::npos && kept.find('\r') == std::string::npos)
         return AppendCdata(xml, kept);
-    for (const char c : kept) {
-        switch (c) {
-            case '&':
-                xml += "&amp;";
-                break;
-            case '<':
-                xml += "&lt;";
-                break;
-            case '>':
-                xml += "&gt;";
-                break;
-            case '\r':
-                xml += "&#13;";
-                break;
-            default:
-                xml += c;
-        }
+    // A carriage return as it stands would read back as a line feed.
+    for (const char c : EscapedAttribute(kept)) {
+        if (c == '\r')
+            xml += "&#13;";
+        else
+            xml += c;
     }
 }
