@@ -80,6 +80,7 @@ public:
     void OnEditCut();
     void OnEditCopy();
     void OnEditPaste();
+    void OnEditInsert();
     void OnEditClear();
     void OnOsceditorSelectall();
     void OnOsceditorProperties();

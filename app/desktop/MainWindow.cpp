@@ -422,13 +422,13 @@ QList<EditorFrame*> MainWindow::Frames() const
     return frames;
 }
 
-void MainWindow::PasteRecords(const std::vector<const _OSCParms*>& records)
+void MainWindow::PasteRecords(const std::vector<const _OSCParms*>& records, int command)
 {
     EditorFrame* frame = ActiveFrame();
     if (frame == nullptr)
         return;
     module_.externalPaste(records);
-    frame->Send(WM_COMMAND, ID_EDIT_PASTE);
+    frame->Send(WM_COMMAND, command);
     titleRefresh_.start();
 }
 
@@ -444,7 +444,7 @@ void MainWindow::InsertControl(int type)
     if (!frame->WriteCopy(copy) || ReadLayoutAt(QFile::encodeName(copy).toStdString(), layout))
         layout.pages.clear();
     const _OSCParms record = RecordForNewControl(type, layout);
-    PasteRecords({&record});
+    PasteRecords({&record}, ID_EDIT_INSERT);
 }
 
 void MainWindow::InsertParametersFrom(const QString& path)
@@ -465,7 +465,7 @@ void MainWindow::InsertParametersFrom(const QString& path)
     std::vector<const _OSCParms*> pointers;
     for (const _OSCParms& record : *records)
         pointers.push_back(&record);
-    PasteRecords(pointers);
+    PasteRecords(pointers, ID_EDIT_INSERTPARAMETERS);
 }
 
 void MainWindow::KeepRecoveryCopies()

@@ -100,7 +100,9 @@ private:
     void NoteKept(const EditorFrame& frame);
     void RefreshTitles();
     void RefreshFileActions();
-    void PasteRecords(const std::vector<const _OSCParms*>& records);
+    // Inserts controls made from records into the active layout by the
+    // editor's insert command, which names the step and selects them.
+    void PasteRecords(const std::vector<const _OSCParms*>& records, int command);
     void FillRecentMenu();
     // Opens a recent layout, or forgets one that is gone.
     void OpenRecent(const QString& path);

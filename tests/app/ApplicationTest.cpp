@@ -40,6 +40,19 @@ void CollectItems(const QList<QAction*>& actions, std::vector<QAction*>& items)
     }
 }
 
+// The Undo item's text, as its menu shows it when it opens.
+std::string UndoItem(const QMainWindow& window)
+{
+    for (QAction* top : window.menuBar()->actions()) {
+        Q_EMIT top->menu()->aboutToShow();
+        for (const QAction* item : top->menu()->actions()) {
+            if (item->data().toInt() == ID_EDIT_UNDO)
+                return item->text().toStdString();
+        }
+    }
+    return {};
+}
+
 TEST_F(AppTest, TestModeSendsEachControlsOwnAddressAsATouchSurfaceDoes)
 {
     const nlohmann::json c = Cases(DATA_DIR "/app.json", "testMode")[0];
@@ -74,7 +87,8 @@ TEST_F(AppTest, TestModeSendsEachControlsOwnAddressAsATouchSurfaceDoes)
         << window->statusBar()->currentMessage().toStdString();
 }
 
-TEST_F(AppTest, InsertNumbersControlsAfterTheirKindOnTheLayoutAndReadsParametersOnlyWhenTheyRead)
+TEST_F(AppTest,
+       InsertNumbersControlsAfterTheirKindOnTheLayoutSelectsThemAndReadsParametersOnlyWhenTheyRead)
 {
     window->NewLayout();
     for (int type = 0; type < kControlTypeCount; ++type)
@@ -83,6 +97,7 @@ TEST_F(AppTest, InsertNumbersControlsAfterTheirKindOnTheLayoutAndReadsParameters
     answers = {"Ok", "Save", "Inserted.VornOsc"};
     window->InsertParametersFrom(QStringLiteral(DATA_DIR "/parameters-without-place.json"));
     window->InsertParametersFrom(QStringLiteral(DATA_DIR "/parameters.json"));
+    EXPECT_EQ(UndoItem(*window), "&Undo Insert Parameters");
     Frame().close();
     EXPECT_EQ(answered,
               (std::vector<std::string>{"The parameters in \u201c" DATA_DIR
@@ -108,13 +123,19 @@ TEST_F(AppTest, InsertNumbersControlsAfterTheirKindOnTheLayoutAndReadsParameters
                       {{"at", {100, 50, 40, 40}}, {"type", "knob"}, {"name", "Fader 99999"}}}));
     window->InsertControl(kFader);
     window->InsertControl(kKnob);
+    EXPECT_EQ(UndoItem(*window), "&Undo Insert");
+    // What was inserted is selected: Ctrl+D copies the knob alone.
+    QApplication::setActiveWindow(window.get());
+    Frame().Editor()->setFocus();
+    QTest::keyClick(window.get(), Qt::Key_D, Qt::ControlModifier);
     window->InsertControl(kLabel);
     Frame().Send(WM_COMMAND, ID_EDIT_UNDO);  // an insert is a step of its own
     answers = {"Save"};
     Frame().close();
     const ControlList numbered = ControlsOfLayout(folder / "Numbered.VornOsc");
-    ASSERT_EQ(numbered.size(), 5u);
-    EXPECT_EQ(std::string(numbered[1]->name) + ", " + numbered[0]->name, "Fader 42, Knob 1");
+    ASSERT_EQ(numbered.size(), 6u);
+    EXPECT_EQ(std::string(numbered[2]->name) + ", " + numbered[1]->name + ", " + numbered[0]->name,
+              "Fader 42, Knob 1, Knob 2");
 }
 
 TEST_F(AppTest, OpenRecentListsTheLayoutsOpenedAndSavedLatestFirstAndForgetsThoseThatAreGone)
