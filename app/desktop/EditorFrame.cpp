@@ -25,8 +25,7 @@ QString MarkedTitle(const QString& title, const QString& mark)
 
 }  // namespace
 
-EditorFrame::EditorFrame(const DesktopHost& host, QWidget* parent)
-    : QMdiSubWindow(parent), host_(host)
+EditorFrame::EditorFrame(DesktopHost& host, QWidget* parent) : QMdiSubWindow(parent), host_(host)
 {
     static int framesMade = 0;
     recoveryName_ = QStringLiteral("layout-%1").arg(++framesMade);
@@ -168,19 +167,24 @@ void EditorFrame::closeEvent(QCloseEvent* event)
     for (;;) {
         const int errorsBefore = host_.ErrorsShown();
         const int questionsBefore = host_.QuestionsAsked();
-        if (Send(WM_OSC_CANCLOSE) != 0) {
-            // The user cancelled; the editor forgot its changes when asked, so
-            // they are marked again: nothing may pass for saved.
+        const bool keptOpen = Send(WM_OSC_CANCLOSE) != 0;
+        // The editor forgets its changes when told Cancel, so they are marked
+        // again: nothing may pass for saved.
+        if (keptOpen)
             Send(WM_OSC_SETTITLE);
+        // The editor lets go even when its save failed; the failure was shown,
+        // and the question comes back, offering Save As, until the layout is
+        // saved or given up.
+        if (host_.ErrorsShown() != errorsBefore) {
+            host_.OfferSaveAsNext();
+            continue;
+        }
+        if (keptOpen) {
             event->ignore();
             return;
         }
-        // The editor lets go even when its save failed; the failure was shown,
-        // and the question comes back until the layout is saved or given up.
-        if (host_.ErrorsShown() == errorsBefore) {
-            saved = host_.QuestionsAsked() != questionsBefore && host_.LastAnswerWasSave();
-            break;
-        }
+        saved = host_.QuestionsAsked() != questionsBefore && host_.LastAnswerWasSave();
+        break;
     }
     if (saved)
         Q_EMIT savedOnClose();

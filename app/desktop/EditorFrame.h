@@ -17,7 +17,7 @@ class EditorFrame : public QMdiSubWindow {
     Q_OBJECT
 
 public:
-    explicit EditorFrame(const DesktopHost& host, QWidget* parent = nullptr);
+    explicit EditorFrame(DesktopHost& host, QWidget* parent = nullptr);
 
     QWidget* Editor() const;
     // A name of this frame's own, for its recovery copy.
@@ -66,7 +66,7 @@ private:
     // Sends a host request of code, with word at index in its record.
     std::intptr_t Request(std::intptr_t code, int index = 1, std::intptr_t word = 0) const;
 
-    const DesktopHost& host_;
+    DesktopHost& host_;
     QString recoveryName_;
     QString title_;
 };
