@@ -87,6 +87,12 @@ void EditorFrame::BecomeNew(const QString& name)
             reinterpret_cast<std::intptr_t>(bytes.constData()));
 }
 
+bool EditorFrame::BecomeChangedAt(const QByteArray& path)
+{
+    return Request(kRequestBecomeChangedAt, kRequestOwnPathWord,
+                   reinterpret_cast<std::intptr_t>(path.constData())) != 0;
+}
+
 int EditorFrame::Device() const
 {
     return static_cast<int>(Request(kRequestDevice));

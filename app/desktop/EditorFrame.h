@@ -35,6 +35,10 @@ public:
     // Makes the layout one never saved and changed, shown under name until saved:
     // a layout brought in from another app, opened through a copy.
     void BecomeNew(const QString& name);
+    // Makes the layout the one of the file at path (the file system's bytes),
+    // changed: a layout reopened from its recovery copy. False when the
+    // editor cannot keep that path.
+    bool BecomeChangedAt(const QByteArray& path);
     // The layout's target device (0 or 1), which its file does not keep.
     int Device() const;
     void SetDevice(int device);

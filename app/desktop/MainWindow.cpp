@@ -485,18 +485,45 @@ void MainWindow::OfferRecovery()
                          QLocale().toString(leftover.written, QLocale::ShortFormat));
     QMessageBox box(QMessageBox::Question, QStringLiteral("OSC Editor"),
                     QStringLiteral("vornosc stopped before these layouts were saved:\n%1\n\n"
-                                   "Reopen them? Each opens as a copy in the folder "
-                                   "\u201cRecovered\u201d; save it where it belongs.")
+                                   "Reopen them? Each opens under its own name with its "
+                                   "changes, not yet saved.")
                         .arg(list),
                     QMessageBox::Open | QMessageBox::Discard, this);
     box.button(QMessageBox::Open)->setText(QStringLiteral("Reopen"));
     const bool reopen = box.exec() == QMessageBox::Open;
     for (const RecoveryKeeper::Leftover& leftover : leftovers) {
-        if (reopen)
-            OpenLayout(recovery_.Recover(leftover));
-        else
+        if (!reopen) {
             recovery_.Discard(leftover);
+        } else if (Reopen(leftover)) {
+            // This run keeps its own copy before the old one goes.
+            KeepRecoveryCopies();
+            recovery_.Discard(leftover);
+        }
     }
+}
+
+bool MainWindow::Reopen(const RecoveryKeeper::Leftover& leftover)
+{
+    const std::string copy = QFile::encodeName(leftover.copy).toStdString();
+    std::optional<std::string> fault = WhyNotALayout(copy);
+    if (!fault && module_.openEditor(HandleOf(area_), copy.c_str()) == nullptr)
+        fault = "the editor refused it";
+    if (fault) {
+        newFrame_ = nullptr;
+        const std::string message =
+            "The recovery copy of \u201c" + leftover.originalFile.toStdString() +
+            "\u201d could not be opened: " + *fault + ". It stays in \u201c" + copy + "\u201d.";
+        host_.ShowError(message.c_str());
+        return false;
+    }
+    EditorFrame* frame = newFrame_;
+    if (leftover.originalFile == QByteArrayLiteral("New") ||
+        !frame->BecomeChangedAt(leftover.originalFile))
+        frame->BecomeNew(QString());
+    if (const std::optional<int> device = history_.DeviceOf(leftover.originalPath))
+        frame->SetDevice(*device);
+    ShowNewFrame();
+    return true;
 }
 
 void MainWindow::OpenRecent(const QString& path)

@@ -104,6 +104,9 @@ private:
     // editor's insert command, which names the step and selects them.
     void PasteRecords(const std::vector<const _OSCParms*>& records, int command);
     void FillRecentMenu();
+    // Opens a recovery copy as its own layout, changed; false, after saying
+    // why, when it does not open.
+    bool Reopen(const RecoveryKeeper::Leftover& leftover);
     // Opens a recent layout, or forgets one that is gone.
     void OpenRecent(const QString& path);
     void OpenWithDialog();
