@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QMenu>
+#include <QStyle>
+#include <QStyleOption>
 
 namespace {
 
@@ -56,6 +58,13 @@ QString EditorFrame::LayoutPath() const
 QString EditorFrame::ShownTitle() const
 {
     return MarkedTitle(title_, isWindowModified() ? QStringLiteral("*") : QString());
+}
+
+int EditorFrame::TitleHeight() const
+{
+    QStyleOptionTitleBar option;
+    option.initFrom(this);
+    return style()->pixelMetric(QStyle::PM_TitleBarHeight, &option, this);
 }
 
 bool EditorFrame::IsNeverSaved() const

@@ -52,6 +52,8 @@ public:
     // Sets the test-mode value of one control, when value is given, then
     // fills snapshot with the layout as it stands, when it is given.
     void LayoutState(LayoutSnapshot* snapshot, const ControlValue* value) const;
+    // The height of the frame's title bar, the step between cascaded frames.
+    int TitleHeight() const;
     // The title as the frame shows it: the editor's, with a "*" after the
     // layout's name while it has unsaved changes.
     QString ShownTitle() const;

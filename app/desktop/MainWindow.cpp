@@ -3,6 +3,7 @@
 #include "ControlRecords.h"
 #include "EditorArea.h"
 #include "EditorFrame.h"
+#include "FramePlaces.h"
 #include "LayoutCheck.h"
 #include "ModuleLibrary.h"
 #include "OtherAppLayout.h"
@@ -41,6 +42,7 @@
 
 #include <zip.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -232,6 +234,12 @@ void MainWindow::AdoptModuleMenu(QMenu* moduleMenu)
 void MainWindow::AdoptFrame(EditorFrame* frame)
 {
     newFrame_ = frame;
+    // Told before the area shows the frame, which restores the one it replaces as active.
+    QList<EditorFrame*> others = Frames();
+    others.removeOne(frame);
+    newFrameFills_ =
+        others.isEmpty() || std::any_of(others.begin(), others.end(),
+                                        [](const QWidget* other) { return other->isMaximized(); });
     connect(frame, &EditorFrame::savedOnClose, this, [this, frame] { NoteKept(*frame); });
     // Tied to the timer, which goes before the frames when the window does.
     connect(frame, &QObject::destroyed, &titleRefresh_, qOverload<>(&QTimer::start));
@@ -319,10 +327,21 @@ void MainWindow::RefreshTitles()
 
 void MainWindow::ShowNewFrame()
 {
-    // The module placed its frame by its own rule; here layouts fill the work area.
+    // The module placed its frame by its own rule; here a layout opens as the
+    // others are: filling the work area when they do, as the first one does,
+    // or else whole in the next place of a cascade.
     if (EditorFrame* frame = std::exchange(newFrame_, nullptr)) {
         frame->GridStep(QSettings().value(kGridStepKey, kDefaultGridStep).toInt());
-        frame->showMaximized();
+        // The area may have marked it maximized before it had its place:
+        // maximized anew, it fills the area.
+        frame->showNormal();
+        if (newFrameFills_) {
+            frame->showMaximized();
+        } else {
+            frame->setGeometry(CascadePlace(area_->viewport()->rect(),
+                                            static_cast<int>(Frames().size()) - 1,
+                                            frame->TitleHeight()));
+        }
     }
     titleRefresh_.start();
 }

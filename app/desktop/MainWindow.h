@@ -142,6 +142,7 @@ private:
     QAction* closeAction_ = nullptr;
     QAction* moduleFilePlace_ = nullptr;  // where the module's file commands go
     EditorFrame* newFrame_ = nullptr;     // the frame made last, until it is shown
+    bool newFrameFills_ = true;           // whether it fills the work area, as the others do
     QTimer titleRefresh_;                 // coalesces the title updates after input
     QLabel* zoomLabel_ = nullptr;         // the active layout's zoom
 };

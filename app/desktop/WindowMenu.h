@@ -13,6 +13,9 @@ public:
     WindowMenu(QMdiArea& area, QWidget* parent);
 
 private:
+    // Qt's own cascade sizes frames by their hints, which an editor leaves
+    // small: here each keeps room to work in.
+    void Cascade();
     void ListLayouts();
 
     QMdiArea& area_;

@@ -1,6 +1,7 @@
 // The desktop application hosting the built module: test mode sending each control's own address,
 // inserting controls, the layouts' windows, titles and keys, and what it remembers of layouts.
 #include "AppFixture.h"
+#include "app/desktop/FramePlaces.h"
 #include "app/osc/OscMonitor.h"
 #include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
@@ -173,10 +174,31 @@ TEST_F(AppTest, OpenRecentListsTheLayoutsOpenedAndSavedLatestFirstAndForgetsThos
     EXPECT_EQ(window->Frames().size(), 4) << "nothing more opened";
 }
 
-TEST_F(AppTest, LayoutsFillTheWorkAreaAndTheWindowMenuListsCyclesTilesAndCascadesThem)
+TEST(FramePlaces, CascadedFramesTakeTwoThirdsOfTheAreaAStepApartAndStartAgainBeforeLeavingIt)
+{
+    for (const nlohmann::json& c : Cases(DATA_DIR "/app.json", "cascade")) {
+        const QRect place =
+            CascadePlace(QRect(c["area"][0], c["area"][1], c["area"][2], c["area"][3]), c["index"],
+                         c["step"]);
+        EXPECT_EQ(nlohmann::json({place.x(), place.y(), place.width(), place.height()}),
+                  c["place"])
+            << c;
+    }
+}
+
+TEST_F(AppTest, LayoutsOpenWholeAsTheOthersAreAndTheWindowMenuListsCyclesTilesAndCascadesThem)
 {
     Open(CopyOfExample("One.VornOsc"));
     Open(CopyOfExample("Two.VornOsc"));
+    const QRect area = Frame().parentWidget()->rect();
+    EXPECT_EQ(Frame().geometry(), area) << "the second fills the area as the first does";
+    // Whole in the area, with room to work and the title bar showing.
+    const auto expectWhole = [&area](const EditorFrame* frame, const char* after) {
+        EXPECT_FALSE(frame->isMaximized()) << after;
+        EXPECT_TRUE(area.contains(frame->geometry())) << after;
+        EXPECT_GE(frame->width() * 3, area.width() * 2 - 2) << after;
+        EXPECT_GE(frame->height() * 3, area.height() * 2 - 2) << after;
+    };
     QMenu* windows = MenuTitled(*window, QStringLiteral("&Window"));
     ASSERT_NE(windows, nullptr);
     const auto listed = [windows] {
@@ -197,9 +219,21 @@ TEST_F(AppTest, LayoutsFillTheWorkAreaAndTheWindowMenuListsCyclesTilesAndCascade
     EXPECT_EQ(Frame().windowTitle(), QStringLiteral("Two[*] - OSC Editor"));
     windows->actions()[6]->trigger();
     EXPECT_EQ(Frame().windowTitle(), QStringLiteral("One[*] - OSC Editor"));
+    windows->actions()[1]->trigger();
+    QList<int> tops;
+    for (const EditorFrame* frame : window->Frames()) {
+        expectWhole(frame, "cascaded");
+        tops.append(frame->y());
+    }
+    EXPECT_GE(std::abs(tops[1] - tops[0]), Frame().TitleHeight()) << "both titles show";
+    window->NewLayout();
+    expectWhole(&Frame(), "opened beside cascaded ones");
+    EXPECT_EQ(Frame().y(), 2 * Frame().TitleHeight()) << "the next place of the cascade";
     windows->actions()[0]->trigger();
-    for (const EditorFrame* frame : window->Frames())
+    for (const EditorFrame* frame : window->Frames()) {
         EXPECT_FALSE(frame->isMaximized()) << "tiled";
+        EXPECT_TRUE(area.contains(frame->geometry())) << "tiled";
+    }
 }
 
 TEST_F(AppTest, EachKeyHasOneItemAndTheKeysForClosingSavingAndDeletingDoWhatTheySay)
