@@ -91,8 +91,8 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     dock->setObjectName(QStringLiteral("oscMonitor"));
     dock->setWidget(monitor_);
     addDockWidget(Qt::BottomDockWidgetArea, dock);
-    // The editors keep most of the height; the monitor shows a few lines.
-    resizeDocks({dock}, {150}, Qt::Vertical);
+    // The editors keep most of the height; the monitor shows a few rows.
+    resizeDocks({dock}, {dock->sizeHint().height()}, Qt::Vertical);
     preview_ = std::make_unique<PhonePreview>(
         [this](LayoutSnapshot* snapshot, const ControlValue* value) {
             const EditorFrame* frame = ActiveFrame();

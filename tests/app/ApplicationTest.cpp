@@ -10,9 +10,11 @@
 
 #include <QCoreApplication>
 #include <QMenu>
+#include <QHeaderView>
 #include <QMenuBar>
 #include <QStandardPaths>
 #include <QStatusBar>
+#include <QTableWidget>
 #include <QTest>
 #include <QWindow>
 
@@ -199,6 +201,9 @@ TEST_F(AppTest, LayoutsOpenWholeAsTheOthersAreAndTheWindowMenuListsCyclesTilesAn
         EXPECT_GE(frame->width() * 3, area.width() * 2 - 2) << after;
         EXPECT_GE(frame->height() * 3, area.height() * 2 - 2) << after;
     };
+    // The monitor below shows eight rows.
+    const auto* monitor = window->Monitor().findChild<QTableWidget*>();
+    EXPECT_GE(monitor->viewport()->height(), 8 * monitor->verticalHeader()->defaultSectionSize());
     QMenu* windows = MenuTitled(*window, QStringLiteral("&Window"));
     ASSERT_NE(windows, nullptr);
     const auto listed = [windows] {
