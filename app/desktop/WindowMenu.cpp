@@ -8,7 +8,7 @@
 WindowMenu::WindowMenu(QMdiArea& area, QWidget* parent)
     : QMenu(QStringLiteral("&Window"), parent), area_(area)
 {
-    addAction(QStringLiteral("&Tile"), &area_, &QMdiArea::tileSubWindows);
+    addAction(QStringLiteral("&Tile"), this, &WindowMenu::Tile);
     addAction(QStringLiteral("&Cascade"), this, &WindowMenu::Cascade);
     addSeparator();
     addAction(QStringLiteral("&Next Layout"), QKeySequence(Qt::CTRL | Qt::Key_Tab), &area_,
@@ -29,6 +29,23 @@ void WindowMenu::Cascade()
             continue;
         frame->showNormal();
         frame->setGeometry(CascadePlace(area_.viewport()->rect(), index++, frame->TitleHeight()));
+        frame->raise();
+    }
+}
+
+void WindowMenu::Tile()
+{
+    // Row by row, the top one last, so that every title bar starts showing.
+    QList<EditorFrame*> frames;
+    for (QMdiSubWindow* window : area_.subWindowList(QMdiArea::StackingOrder)) {
+        if (auto* frame = qobject_cast<EditorFrame*>(window))
+            frames.append(frame);
+    }
+    for (int index = 0; index < frames.size(); ++index) {
+        EditorFrame* frame = frames[index];
+        frame->showNormal();
+        frame->setGeometry(
+            TilePlace(area_.viewport()->rect(), index, static_cast<int>(frames.size())));
         frame->raise();
     }
 }

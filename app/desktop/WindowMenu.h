@@ -14,8 +14,9 @@ public:
 
 private:
     // Qt's own cascade sizes frames by their hints, which an editor leaves
-    // small: here each keeps room to work in.
+    // small, and its tiles shrink as layouts open: here each keeps room to work in.
     void Cascade();
+    void Tile();
     void ListLayouts();
 
     QMdiArea& area_;
