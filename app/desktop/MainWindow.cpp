@@ -3,6 +3,7 @@
 #include "ControlRecords.h"
 #include "EditorArea.h"
 #include "EditorFrame.h"
+#include "FramePlaces.h"
 #include "LayoutCheck.h"
 #include "ModuleLibrary.h"
 #include "OtherAppLayout.h"
@@ -41,6 +42,7 @@
 
 #include <zip.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -89,8 +91,8 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     dock->setObjectName(QStringLiteral("oscMonitor"));
     dock->setWidget(monitor_);
     addDockWidget(Qt::BottomDockWidgetArea, dock);
-    // The editors keep most of the height; the monitor shows a few lines.
-    resizeDocks({dock}, {150}, Qt::Vertical);
+    // The editors keep most of the height; the monitor shows a few rows.
+    resizeDocks({dock}, {dock->sizeHint().height()}, Qt::Vertical);
     preview_ = std::make_unique<PhonePreview>(
         [this](LayoutSnapshot* snapshot, const ControlValue* value) {
             const EditorFrame* frame = ActiveFrame();
@@ -232,6 +234,12 @@ void MainWindow::AdoptModuleMenu(QMenu* moduleMenu)
 void MainWindow::AdoptFrame(EditorFrame* frame)
 {
     newFrame_ = frame;
+    // Told before the area shows the frame, which restores the one it replaces as active.
+    QList<EditorFrame*> others = Frames();
+    others.removeOne(frame);
+    newFrameFills_ =
+        others.isEmpty() || std::any_of(others.begin(), others.end(),
+                                        [](const QWidget* other) { return other->isMaximized(); });
     connect(frame, &EditorFrame::savedOnClose, this, [this, frame] { NoteKept(*frame); });
     // Tied to the timer, which goes before the frames when the window does.
     connect(frame, &QObject::destroyed, &titleRefresh_, qOverload<>(&QTimer::start));
@@ -319,10 +327,21 @@ void MainWindow::RefreshTitles()
 
 void MainWindow::ShowNewFrame()
 {
-    // The module placed its frame by its own rule; here layouts fill the work area.
+    // The module placed its frame by its own rule; here a layout opens as the
+    // others are: filling the work area when they do, as the first one does,
+    // or else whole in the next place of a cascade.
     if (EditorFrame* frame = std::exchange(newFrame_, nullptr)) {
         frame->GridStep(QSettings().value(kGridStepKey, kDefaultGridStep).toInt());
-        frame->showMaximized();
+        // The area may have marked it maximized before it had its place:
+        // maximized anew, it fills the area.
+        frame->showNormal();
+        if (newFrameFills_) {
+            frame->showMaximized();
+        } else {
+            frame->setGeometry(CascadePlace(area_->viewport()->rect(),
+                                            static_cast<int>(Frames().size()) - 1,
+                                            frame->TitleHeight()));
+        }
     }
     titleRefresh_.start();
 }
@@ -422,13 +441,13 @@ QList<EditorFrame*> MainWindow::Frames() const
     return frames;
 }
 
-void MainWindow::PasteRecords(const std::vector<const _OSCParms*>& records)
+void MainWindow::PasteRecords(const std::vector<const _OSCParms*>& records, int command)
 {
     EditorFrame* frame = ActiveFrame();
     if (frame == nullptr)
         return;
     module_.externalPaste(records);
-    frame->Send(WM_COMMAND, ID_EDIT_PASTE);
+    frame->Send(WM_COMMAND, command);
     titleRefresh_.start();
 }
 
@@ -444,7 +463,7 @@ void MainWindow::InsertControl(int type)
     if (!frame->WriteCopy(copy) || ReadLayoutAt(QFile::encodeName(copy).toStdString(), layout))
         layout.pages.clear();
     const _OSCParms record = RecordForNewControl(type, layout);
-    PasteRecords({&record});
+    PasteRecords({&record}, ID_EDIT_INSERT);
 }
 
 void MainWindow::InsertParametersFrom(const QString& path)
@@ -465,7 +484,7 @@ void MainWindow::InsertParametersFrom(const QString& path)
     std::vector<const _OSCParms*> pointers;
     for (const _OSCParms& record : *records)
         pointers.push_back(&record);
-    PasteRecords(pointers);
+    PasteRecords(pointers, ID_EDIT_INSERTPARAMETERS);
 }
 
 void MainWindow::KeepRecoveryCopies()
@@ -485,18 +504,45 @@ void MainWindow::OfferRecovery()
                          QLocale().toString(leftover.written, QLocale::ShortFormat));
     QMessageBox box(QMessageBox::Question, QStringLiteral("OSC Editor"),
                     QStringLiteral("vornosc stopped before these layouts were saved:\n%1\n\n"
-                                   "Reopen them? Each opens as a copy in the folder "
-                                   "\u201cRecovered\u201d; save it where it belongs.")
+                                   "Reopen them? Each opens under its own name with its "
+                                   "changes, not yet saved.")
                         .arg(list),
                     QMessageBox::Open | QMessageBox::Discard, this);
     box.button(QMessageBox::Open)->setText(QStringLiteral("Reopen"));
     const bool reopen = box.exec() == QMessageBox::Open;
     for (const RecoveryKeeper::Leftover& leftover : leftovers) {
-        if (reopen)
-            OpenLayout(recovery_.Recover(leftover));
-        else
+        if (!reopen) {
             recovery_.Discard(leftover);
+        } else if (Reopen(leftover)) {
+            // This run keeps its own copy before the old one goes.
+            KeepRecoveryCopies();
+            recovery_.Discard(leftover);
+        }
     }
+}
+
+bool MainWindow::Reopen(const RecoveryKeeper::Leftover& leftover)
+{
+    const std::string copy = QFile::encodeName(leftover.copy).toStdString();
+    std::optional<std::string> fault = WhyNotALayout(copy);
+    if (!fault && module_.openEditor(HandleOf(area_), copy.c_str()) == nullptr)
+        fault = "the editor refused it";
+    if (fault) {
+        newFrame_ = nullptr;
+        const std::string message =
+            "The recovery copy of \u201c" + leftover.originalFile.toStdString() +
+            "\u201d could not be opened: " + *fault + ". It stays in \u201c" + copy + "\u201d.";
+        host_.ShowError(message.c_str());
+        return false;
+    }
+    EditorFrame* frame = newFrame_;
+    if (leftover.originalFile == QByteArrayLiteral("New") ||
+        !frame->BecomeChangedAt(leftover.originalFile))
+        frame->BecomeNew(QString());
+    if (const std::optional<int> device = history_.DeviceOf(leftover.originalPath))
+        frame->SetDevice(*device);
+    ShowNewFrame();
+    return true;
 }
 
 void MainWindow::OpenRecent(const QString& path)

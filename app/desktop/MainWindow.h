@@ -100,8 +100,13 @@ private:
     void NoteKept(const EditorFrame& frame);
     void RefreshTitles();
     void RefreshFileActions();
-    void PasteRecords(const std::vector<const _OSCParms*>& records);
+    // Inserts controls made from records into the active layout by the
+    // editor's insert command, which names the step and selects them.
+    void PasteRecords(const std::vector<const _OSCParms*>& records, int command);
     void FillRecentMenu();
+    // Opens a recovery copy as its own layout, changed; false, after saying
+    // why, when it does not open.
+    bool Reopen(const RecoveryKeeper::Leftover& leftover);
     // Opens a recent layout, or forgets one that is gone.
     void OpenRecent(const QString& path);
     void OpenWithDialog();
@@ -137,6 +142,7 @@ private:
     QAction* closeAction_ = nullptr;
     QAction* moduleFilePlace_ = nullptr;  // where the module's file commands go
     EditorFrame* newFrame_ = nullptr;     // the frame made last, until it is shown
+    bool newFrameFills_ = true;           // whether it fills the work area, as the others do
     QTimer titleRefresh_;                 // coalesces the title updates after input
     QLabel* zoomLabel_ = nullptr;         // the active layout's zoom
 };

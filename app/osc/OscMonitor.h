@@ -31,6 +31,9 @@ public:
     QString DirectionAt(int row) const;
     QString IgnoredText() const;
 
+    // Room for eight rows: the panel opens this high.
+    QSize sizeHint() const override;
+
 private:
     // Puts a row at the top and drops the oldest past the limit.
     void AddRow(const QString& direction, const QString& address, const QString& value,

@@ -214,28 +214,28 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     browser->Touches("touchStart", {{150, 120, 1}});
     browser->Touches("touchMove", {{200, 120, 1}});
     browser->Touches("touchMove", {{250, 120, 1}});
-    browser->Touches("touchMove", {{350, 120, 1}});  // off the fader: nothing
-    browser->Touches("touchEnd", {});                // released away: nothing
+    browser->Touches("touchMove", {{350, 120, 1}});  // past the fader's end: full
+    browser->Touches("touchEnd", {});                // released there: full
     browser->Touches("touchStart", {{420, 250, 1}, {520, 250, 2}});
     browser->Touches("touchMove", {{420, 200, 1}, {520, 150, 2}});
     browser->Touches("touchEnd", {});
     // Two fingers moved at once are told in an order of the browser's own.
-    std::vector<std::string> received = Received(12);
-    std::stable_partition(received.begin() + 6, received.end(),
+    std::vector<std::string> received = Received(14);
+    std::stable_partition(received.begin() + 8, received.end(),
                           [](const std::string& message) { return message[1] == 'b'; });
-    EXPECT_EQ(received,
-              (std::vector<std::string>{"/mute 1", "/tap 20", "/tap 10", "/a 25", "/a 50", "/a 75",
-                                        "/b 25", "/b 50", "/b 50", "/c 25", "/c 75", "/c 75"}));
-    EXPECT_EQ(window->Monitor().Count(), 12);
+    EXPECT_EQ(received, (std::vector<std::string>{"/mute 1", "/tap 20", "/tap 10", "/a 25", "/a 50",
+                                                  "/a 75", "/a 100", "/a 100", "/b 25", "/b 50",
+                                                  "/b 50", "/c 25", "/c 75", "/c 75"}));
+    EXPECT_EQ(window->Monitor().Count(), 14);
     // The canvas shows the values; every browser too, the toggle lit.
     LayoutSnapshot shown;
     Frame().LayoutState(&shown, nullptr);
     std::vector<int> values;
     for (const OSCControl& control : shown.pages[0].controls)
         values.push_back(control.value);
-    EXPECT_EQ(values, (std::vector<int>{75, 50, 75, 1, 0, 0}));
+    EXPECT_EQ(values, (std::vector<int>{100, 50, 75, 1, 0, 0}));
     EXPECT_TRUE(Drawn(QStringLiteral(
-        "vornoscPreview.layout.controls[0].map(c => c.value).join() === '75,50,75,1,0,0'")));
+        "vornoscPreview.layout.controls[0].map(c => c.value).join() === '100,50,75,1,0,0'")));
     EXPECT_EQ(PixelAt(130, 320), "#00ff00");  // the toggle lit, in its full colour
     EXPECT_EQ(PixelAt(420, 250), "#00ff00");  // fader b's level, half way up
     EXPECT_EQ(PixelAt(420, 150), "#001f00");  // and its frame above
@@ -316,9 +316,9 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     }
     connected[0]->sendTextMessage(QStringLiteral(
         R"({"kind": "pointer", "pointer": 1, "phase": "down", "page": 0, "x": 230, "y": 320})"));
-    ASSERT_EQ(Received(13).back(), "/tap 20");
+    ASSERT_EQ(Received(15).back(), "/tap 20");
     connected[0]->close();
-    EXPECT_EQ(Received(14).back(), "/tap 10");
+    EXPECT_EQ(Received(16).back(), "/tap 10");
     connected[1]->sendTextMessage(QString(PreviewServer::kLargestMessage + 1, u' '));
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return connected[1]->state() == QAbstractSocket::UnconnectedState; }));
@@ -333,7 +333,7 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     for (qint64 sent = 0; sent <= BoundedTcpServer::kLargestRequest; sent += padding.size())
         connected[2]->sendTextMessage(tap.arg(QStringLiteral("move"), padding));
     connected[2]->sendTextMessage(tap.arg(QStringLiteral("up"), padding));
-    const std::vector<std::string> lastTaps = Received(16);
+    const std::vector<std::string> lastTaps = Received(18);
     EXPECT_EQ(std::vector(lastTaps.end() - 2, lastTaps.end()),
               (std::vector<std::string>{"/tap 20", "/tap 10"}));
 }
