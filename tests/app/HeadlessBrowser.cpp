@@ -70,11 +70,7 @@ HeadlessBrowser::HeadlessBrowser(int width, int height)
                     {{QStringLiteral("targetId"), target}, {QStringLiteral("flatten"), true}}, {})
                    .value(QStringLiteral("sessionId"))
                    .toString();
-    Call(QStringLiteral("Emulation.setDeviceMetricsOverride"),
-         {{QStringLiteral("width"), width},
-          {QStringLiteral("height"), height},
-          {QStringLiteral("deviceScaleFactor"), 1},
-          {QStringLiteral("mobile"), true}});
+    Resize(width, height);
     Call(QStringLiteral("Emulation.setTouchEmulationEnabled"),
          {{QStringLiteral("enabled"), true}, {QStringLiteral("maxTouchPoints"), 5}});
 }
@@ -84,6 +80,15 @@ HeadlessBrowser::~HeadlessBrowser()
     devtools_.abort();
     chromium_.kill();
     chromium_.waitForFinished();
+}
+
+void HeadlessBrowser::Resize(int width, int height)
+{
+    Call(QStringLiteral("Emulation.setDeviceMetricsOverride"),
+         {{QStringLiteral("width"), width},
+          {QStringLiteral("height"), height},
+          {QStringLiteral("deviceScaleFactor"), 1},
+          {QStringLiteral("mobile"), true}});
 }
 
 void HeadlessBrowser::Open(const QString& url)
