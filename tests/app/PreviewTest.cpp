@@ -318,30 +318,13 @@ protected:
 
 TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowser)
 {
-    const json controls = json::array({
-        {{"at", {100, 100, 200, 40}},
-         {"type", "fader"},
-         {"color", 1},
-         {"range", {0, 100}},
-         {"command", "/a"}},
-        {{"at", {400, 100, 40, 200}},
-         {"type", "fader"},
-         {"color", 1},
-         {"range", {0, 100}},
-         {"command", "/b"}},
-        {{"at", {500, 100, 40, 200}},
-         {"type", "fader"},
-         {"color", 1},
-         {"range", {0, 100}},
-         {"command", "/c"}},
-        {{"at", {100, 300, 60, 40}},
-         {"type", "toggle"},
-         {"color", 1},
-         {"range", {0, 1}},
-         {"command", "/mute"}},
-        {{"at", {200, 300, 60, 40}}, {"type", "button"}, {"range", {10, 20}}, {"command", "/tap"}},
-        {{"at", {300, 300, 100, 30}}, {"type", "label"}, {"name", "Title"}, {"command", "/t"}},
-    });
+    const json controls = json::parse(R"([
+      {"at": [100, 100, 200, 40], "type": "fader", "color": 1, "range": [0, 100], "command": "/a"},
+      {"at": [400, 100, 40, 200], "type": "fader", "color": 1, "range": [0, 100], "command": "/b"},
+      {"at": [500, 100, 40, 200], "type": "fader", "color": 1, "range": [0, 100], "command": "/c"},
+      {"at": [100, 300, 60, 40], "type": "toggle", "color": 1, "range": [0, 1], "command": "/mute"},
+      {"at": [200, 300, 60, 40], "type": "button", "range": [10, 20], "command": "/tap"},
+      {"at": [300, 300, 100, 30], "type": "label", "name": "Title", "command": "/t"}])");
     browser->Open(Serve(WriteLayout("Touch.VornOsc", controls)));
     ASSERT_TRUE(Drawn(QStringLiteral("vornoscPreview.layout.controls[0]?.length === 6")));
 
@@ -548,11 +531,11 @@ TEST_F(PreviewTest, APageOfFiveHundredControlsIsDrawnFastKeepsUpWithAFloodAndFol
 TEST_F(PreviewTest, APhoneShowsTheLayoutAtItsLargestEitherWayAndAnEarlierKeysPageGoesQuiet)
 {
     // Toggles at two corners of an iPad layout held sideways, 1024 by 768.
-    json near = {{"type", "toggle"}, {"color", 1}, {"range", {0, 1}}}, far = near;
-    near.update({{"at", {100, 100, 60, 40}}, {"command", "/near"}});
-    far.update({{"at", {800, 600, 60, 40}}, {"command", "/far"}});
     browser->Resize(390, 844);
-    const QString first = Serve(WriteLayout("Corners.VornOsc", json::array({near, far})));
+    const QString first = Serve(WriteLayout("Corners.VornOsc", json::parse(R"([
+      {"at": [100, 100, 60, 40], "type": "toggle", "color": 1, "range": [0, 1], "command": "/near"},
+      {"at": [800, 600, 60, 40], "type": "toggle", "color": 1, "range": [0, 1], "command": "/far"}
+    ])")));
     browser->Open(first);
     ASSERT_TRUE(Drawn(QStringLiteral("vornoscPreview.layout.controls[0]?.length === 2")));
 
