@@ -166,21 +166,28 @@ int OpenFiles()
         std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {}));
 }
 
-// count connections to a loopback port that never send a byte, from a process
-// of their own: only this end of each counts against this one's limit of open
-// files, lowered to most meanwhile.
+// count connections to a loopback port that say nothing, every other one
+// after asking for the page without the key, from a process of their own:
+// only this end of each counts against this one's limit of open files,
+// lowered to most meanwhile.
 class IdleConnections {
 public:
     IdleConnections(int port, int count, int most)
     {
+        const std::string keyless =
+            "GET / HTTP/1.1\r\nHost: 127.0.0.1:" + std::to_string(port) + "\r\n\r\n";
         ::getrlimit(RLIMIT_NOFILE, &limit_);
         child_ = ::fork();
         if (child_ == 0) {
             const sockaddr_in server{AF_INET, htons(port), {htonl(INADDR_LOOPBACK)}, {}};
             const timespec pause{0, 1000000};  // one a millisecond: the server's queue keeps up
-            for (int i = 0; i < count; ++i, ::nanosleep(&pause, nullptr))
-                ::connect(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0),
-                          reinterpret_cast<const sockaddr*>(&server), sizeof server);
+            for (int i = 0; i < count; ++i, ::nanosleep(&pause, nullptr)) {
+                const int asks = i % 2;
+                const int socket = ::socket(AF_INET, SOCK_STREAM | (asks ? 0 : SOCK_NONBLOCK), 0);
+                ::connect(socket, reinterpret_cast<const sockaddr*>(&server), sizeof server);
+                if (asks)
+                    ::send(socket, keyless.data(), keyless.size(), MSG_NOSIGNAL);
+            }
             for (;;)
                 ::pause();
         }
@@ -519,6 +526,7 @@ TEST_F(PreviewTest, APageOfFiveHundredControlsIsDrawnFastKeepsUpWithAFloodAndFol
     ASSERT_EQ(shown.size(), 2u);
     std::printf("the flood in the Preview panel: %s\n", shown[1].c_str());
     EXPECT_NE(shown[1].find(" messages dropped (over 1,000 a second)"), std::string::npos);
+    EXPECT_EQ(shown[0].find("dropped"), std::string::npos);
 
     // A new page in the editor becomes the page shown, as its tab.
     Pick(ID_OSCEDITOR_ADDPAGE);
