@@ -768,7 +768,8 @@ TEST_F(AppTest, NobodyWithoutTheKeyOrFromAnotherSiteSeesAnythingAndTheCodeShowsT
     // With the key, addressed to this computer by one of its addresses or
     // names: the page, its files, and the WebSocket from the page's own
     // origin; nothing else. The icon goes to anyone who addresses it so.
-    for (const auto& c : Cases(DATA_DIR "/osc.json", "preview")["requests"]) {
+    const json requests = Cases(DATA_DIR "/osc.json", "preview")["requests"];
+    for (const auto& c : requests) {
         SCOPED_TRACE(c.dump());
         QByteArray request = QByteArray::fromStdString(c[0].get<std::string>() + " HTTP/1.1\r\n" +
                                                        c[1].get<std::string>() + "\r\n");
