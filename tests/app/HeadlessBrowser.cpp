@@ -6,6 +6,9 @@
 #include <QJsonDocument>
 #include <QRegularExpression>
 
+#include <signal.h>
+#include <sys/prctl.h>
+
 #include <stdexcept>
 
 namespace {
@@ -31,6 +34,8 @@ bool RunUntil(Done done, int milliseconds)
 
 HeadlessBrowser::HeadlessBrowser(int width, int height)
 {
+    // A test stopped short takes its browser with it.
+    chromium_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
     chromium_.start(
         QStringLiteral("chromium"),
         {QStringLiteral("--headless"), QStringLiteral("--no-sandbox"),

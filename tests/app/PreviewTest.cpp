@@ -35,6 +35,7 @@
 #include <lo/lo.h>
 #include <netinet/in.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -179,6 +180,7 @@ public:
         ::getrlimit(RLIMIT_NOFILE, &limit_);
         child_ = ::fork();
         if (child_ == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL);  // a test stopped short leaves nothing behind
             const sockaddr_in server{AF_INET, htons(port), {htonl(INADDR_LOOPBACK)}, {}};
             const timespec pause{0, 1000000};  // one a millisecond: the server's queue keeps up
             for (int i = 0; i < count; ++i, ::nanosleep(&pause, nullptr)) {
