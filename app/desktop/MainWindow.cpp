@@ -62,6 +62,13 @@ int CommandOf(const QAction* action)
     return action->data().toInt();
 }
 
+// For whoever started the application from a terminal.
+void PrintPreviewAddress(const QString& address)
+{
+    std::printf("Phone preview: %s\n", address.toUtf8().constData());
+    std::fflush(stdout);
+}
+
 // Input after which a layout may have changed, and its title with it.
 bool MayChangeLayouts(QEvent::Type type)
 {
@@ -197,7 +204,13 @@ void MainWindow::BuildMenus()
     settings->addAction(QStringLiteral("&OSC Target..."), this, &MainWindow::ChooseOscTarget);
     settings->addAction(QStringLiteral("OSC &Input..."), this, &MainWindow::ChooseOscInput);
     settings->addAction(QStringLiteral("&Grid..."), this, &MainWindow::ChooseGridStep);
-    settings->addAction(QStringLiteral("&Phone Preview..."), this, &MainWindow::ChoosePreview);
+    QMenu* preview = settings->addMenu(QStringLiteral("&Phone Preview"));
+    preview->addAction(QStringLiteral("&On, Interface and Port..."), this,
+                       &MainWindow::ChoosePreview);
+    QAction* newKey =
+        preview->addAction(QStringLiteral("&New Key"), this, &MainWindow::RenewPreviewKey);
+    connect(preview, &QMenu::aboutToShow, this,
+            [this, newKey] { newKey->setEnabled(preview_->IsServing()); });
 
     helpMenu_ = menuBar()->addMenu(QStringLiteral("&Help"));
     helpMenu_->addAction(QStringLiteral("&About VornOSC"), this, [this] {
@@ -643,11 +656,17 @@ bool MainWindow::ServePreview(const PreviewPlace& place, QString& error)
     const QString before = preview_->Address();
     if (!preview_->Serve(place, error))
         return false;
-    if (preview_->IsServing() && preview_->Address() != before) {
-        std::printf("Phone preview: %s\n", preview_->Address().toUtf8().constData());
-        std::fflush(stdout);
-    }
+    if (preview_->IsServing() && preview_->Address() != before)
+        PrintPreviewAddress(preview_->Address());
     return true;
+}
+
+void MainWindow::RenewPreviewKey()
+{
+    QString error;
+    if (!preview_->RenewKey(error))
+        return SayPreviewRefused(error);
+    PrintPreviewAddress(preview_->Address());
 }
 
 void MainWindow::SayPreviewRefused(const QString& reason)
@@ -687,6 +706,8 @@ void MainWindow::TakeReceived(const OscMessageIn& message)
         shown += controls == 0 ? QStringLiteral(" (no control)")
                                : QStringLiteral(" (%1 controls)").arg(controls);
     monitor_->AddReceived(address, shown, QTime::currentTime());
+    // The editor may be out of sight; the phones show the values all the same.
+    preview_->Refresh();
 }
 
 bool MainWindow::event(QEvent* event)

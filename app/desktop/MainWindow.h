@@ -116,6 +116,7 @@ private:
     void ChooseOscInput();
     void ChooseGridStep();
     void ChoosePreview();
+    void RenewPreviewKey();
     void ShowPreviewState();
     // A received message sets the value of the controls at its address in
     // every open layout; one without a value is counted and ignored.
