@@ -54,6 +54,12 @@ QString EditorFrame::LayoutPath() const
     return *folder == '\0' ? file : QFile::decodeName(folder) + QLatin1Char('/') + file;
 }
 
+QString EditorFrame::LayoutName() const
+{
+    const qsizetype suffix = title_.lastIndexOf(kTitleSuffix);
+    return suffix < 0 ? title_ : title_.left(suffix);
+}
+
 QString EditorFrame::ShownTitle() const
 {
     return MarkedTitle(title_, isWindowModified() ? QStringLiteral("*") : QString());

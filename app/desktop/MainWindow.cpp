@@ -12,6 +12,7 @@
 #include "app/osc/OscSettings.h"
 #include "app/osc/OscSettingsDialog.h"
 #include "app/osc/TestModeOutput.h"
+#include "app/network/SyncDialog.h"
 #include "app/preview/PreviewDialog.h"
 #include "app/preview/PreviewPanel.h"
 #include "document/ControlTables.h"
@@ -42,7 +43,6 @@
 #include <zip.h>
 
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 
 namespace {
@@ -91,29 +91,39 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     addDockWidget(Qt::BottomDockWidgetArea, dock);
     // The editors keep most of the height; the monitor shows a few lines.
     resizeDocks({dock}, {150}, Qt::Vertical);
-    preview_ = std::make_unique<PhonePreview>(
-        [this](LayoutSnapshot* snapshot, const ControlValue* value) {
-            const EditorFrame* frame = ActiveFrame();
-            if (frame != nullptr)
-                frame->LayoutState(snapshot, value);
-            return frame != nullptr;
-        },
-        sender_, *monitor_);
-    previewPanel_ = new PreviewPanel(*preview_);
+    NetworkServices::Layouts layouts;
+    layouts.read = [this](LayoutSnapshot* snapshot, const ControlValue* value) {
+        const EditorFrame* frame = ActiveFrame();
+        if (frame != nullptr)
+            frame->LayoutState(snapshot, value);
+        return frame != nullptr;
+    };
+    layouts.name = [this] { return ActiveFrame()->LayoutName(); };
+    layouts.setValues = [this](const char* address, const ReceivedValue& value) {
+        int controls = 0;
+        for (EditorFrame* frame : Frames())
+            controls += frame->SetValues(address, value);
+        return controls;
+    };
+    services_ = std::make_unique<NetworkServices>(std::move(layouts), sender_, *monitor_);
+    previewPanel_ = new PreviewPanel(services_->Preview());
     previewDock_ = new QDockWidget(QStringLiteral("Phone Preview"), this);
     previewDock_->setObjectName(QStringLiteral("phonePreview"));
     previewDock_->setWidget(previewPanel_);
     addDockWidget(Qt::RightDockWidgetArea, previewDock_);
     previewDock_->hide();
-    connect(preview_.get(), &PhonePreview::changed, this, &MainWindow::ShowPreviewState);
+    connect(&services_->Preview(), &PhonePreview::changed, this, &MainWindow::ShowPreviewState);
+    connect(services_.get(), &NetworkServices::changed, this, &MainWindow::ShowNetworkState);
     statusBar()->showMessage(QStringLiteral("Ready"));
+    networkLabel_ = new QLabel(this);
+    networkLabel_->setObjectName(QStringLiteral("announcements"));
+    syncLabel_ = new QLabel(this);
+    syncLabel_->setObjectName(QStringLiteral("syncState"));
     zoomLabel_ = new QLabel(this);
-    statusBar()->addPermanentWidget(zoomLabel_);
+    for (QLabel* label : {networkLabel_, syncLabel_, zoomLabel_})
+        statusBar()->addPermanentWidget(label);
+    ShowNetworkState();
     BuildMenus();
-    listener_.onMessage = [this](const OscMessageIn& message) { TakeReceived(message); };
-    listener_.onMalformed = [this] {
-        monitor_->ShowIgnored(ignoredMessages_, listener_.Malformed());
-    };
     qApp->installEventFilter(this);
     auto* recoveryTimer = new QTimer(this);
     connect(recoveryTimer, &QTimer::timeout, this, &MainWindow::KeepRecoveryCopies);
@@ -196,6 +206,7 @@ void MainWindow::BuildMenus()
     settings->addAction(QStringLiteral("OSC &Input..."), this, &MainWindow::ChooseOscInput);
     settings->addAction(QStringLiteral("&Grid..."), this, &MainWindow::ChooseGridStep);
     settings->addAction(QStringLiteral("&Phone Preview..."), this, &MainWindow::ChoosePreview);
+    settings->addAction(QStringLiteral("&Layout Sync..."), this, &MainWindow::ChooseSync);
 
     helpMenu_ = menuBar()->addMenu(QStringLiteral("&Help"));
     helpMenu_->addAction(QStringLiteral("&About vornosc"), this, [this] {
@@ -546,8 +557,8 @@ void MainWindow::ChooseOscInput()
         return;
     SaveOscInput(settings, dialog.Input());
     QString error;
-    if (!ListenFor(dialog.Input(), error))
-        SayInputRefused(error);
+    if (!services_->ListenFor(dialog.Input(), error))
+        SayRefused(QStringLiteral("OSC Input"), error);
 }
 
 void MainWindow::ChooseGridStep()
@@ -569,15 +580,10 @@ void MainWindow::ApplyGridStep(int step)
         frame->GridStep(step);
 }
 
-bool MainWindow::ListenFor(const OscInput& input, QString& error)
-{
-    return listener_.Apply(input, error);
-}
-
-void MainWindow::SayInputRefused(const QString& reason)
+void MainWindow::SayRefused(const QString& service, const QString& reason)
 {
     monitor_->AddError(reason, QTime::currentTime());
-    QMessageBox::warning(this, QStringLiteral("OSC Input"), reason);
+    QMessageBox::warning(this, service, reason);
 }
 
 void MainWindow::ChoosePreview()
@@ -588,59 +594,35 @@ void MainWindow::ChoosePreview()
         return;
     SavePreviewPlace(settings, dialog.Place());
     QString error;
-    if (!ServePreview(dialog.Place(), error))
-        SayPreviewRefused(error);
+    if (!services_->ServePreview(dialog.Place(), error))
+        SayRefused(QStringLiteral("Phone Preview"), error);
 }
 
-bool MainWindow::ServePreview(const PreviewPlace& place, QString& error)
+void MainWindow::ChooseSync()
 {
-    const QString before = preview_->Address();
-    if (!preview_->Serve(place, error))
-        return false;
-    if (preview_->IsServing() && preview_->Address() != before) {
-        std::printf("Phone preview: %s\n", preview_->Address().toUtf8().constData());
-        std::fflush(stdout);
-    }
-    return true;
-}
-
-void MainWindow::SayPreviewRefused(const QString& reason)
-{
-    monitor_->AddError(reason, QTime::currentTime());
-    QMessageBox::warning(this, QStringLiteral("Phone Preview"), reason);
+    QSettings settings;
+    SyncDialog dialog(LoadSyncPlace(settings), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    SaveSyncPlace(settings, dialog.Place());
+    QString error;
+    if (!services_->ServeSync(dialog.Place(), error))
+        SayRefused(QStringLiteral("Layout Sync"), error);
 }
 
 void MainWindow::ShowPreviewState()
 {
     previewPanel_->Refresh();
     // The panel comes as the preview starts and goes as it stops.
-    if (preview_->IsServing() == previewDock_->isHidden())
-        previewDock_->setVisible(preview_->IsServing());
+    const bool serving = services_->Preview().IsServing();
+    if (serving == previewDock_->isHidden())
+        previewDock_->setVisible(serving);
 }
 
-void MainWindow::TakeReceived(const OscMessageIn& message)
+void MainWindow::ShowNetworkState()
 {
-    const QString address = QString::fromUtf8(message.address);
-    const OscArgument argument =
-        message.arguments.empty() ? OscArgument{} : message.arguments.front();
-    if (argument.kind == OscArgument::kOther) {
-        monitor_->ShowIgnored(++ignoredMessages_, listener_.Malformed());
-        return;
-    }
-    const ReceivedValue value{argument.kind == OscArgument::kTrue    ? ReceivedValue::kOn
-                              : argument.kind == OscArgument::kFalse ? ReceivedValue::kOff
-                                                                     : ReceivedValue::kNumber,
-                              argument.number};
-    int controls = 0;
-    for (EditorFrame* frame : Frames())
-        controls += frame->SetValues(message.address.c_str(), value);
-    QString shown = argument.kind == OscArgument::kTrue    ? QStringLiteral("true")
-                    : argument.kind == OscArgument::kFalse ? QStringLiteral("false")
-                                                           : QString::number(argument.number);
-    if (controls != 1)
-        shown += controls == 0 ? QStringLiteral(" (no control)")
-                               : QStringLiteral(" (%1 controls)").arg(controls);
-    monitor_->AddReceived(address, shown, QTime::currentTime());
+    syncLabel_->setText(services_->SyncState());
+    networkLabel_->setText(services_->AnnouncementProblem());
 }
 
 bool MainWindow::event(QEvent* event)

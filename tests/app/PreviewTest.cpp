@@ -106,8 +106,8 @@ protected:
     {
         EXPECT_TRUE(Open(layout));
         QString error;
-        EXPECT_TRUE(window->ServePreview({true, "127.0.0.1", 0}, error)) << error.toStdString();
-        return window->Preview().Address();
+        EXPECT_TRUE(window->Services().ServePreview({true, "127.0.0.1", 0}, error)) << error.toStdString();
+        return window->Services().Preview().Address();
     }
 
     // The OSC messages received, waiting for count while the application and
@@ -279,7 +279,7 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     EXPECT_EQ(PixelAt(305, 325), "#000000");  // where it was
 
     // At most eight browsers: seven more come, the ninth is turned away, saying why.
-    const QUrl socketUrl(QString(window->Preview().Address())
+    const QUrl socketUrl(QString(window->Services().Preview().Address())
                              .replace(QStringLiteral("http:"), QStringLiteral("ws:"))
                              .replace(QStringLiteral("/?"), QStringLiteral("/socket?")));
     std::vector<std::unique_ptr<QWebSocket>> others;
@@ -295,7 +295,7 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
         return count(QAbstractSocket::ConnectedState) == 7 &&
                count(QAbstractSocket::UnconnectedState) == 1;
     }));
-    EXPECT_EQ(window->Preview().Browsers().size(), 8u);
+    EXPECT_EQ(window->Services().Preview().Browsers().size(), 8u);
     EXPECT_EQ(window->findChild<QListWidget*>(QStringLiteral("browsers"))->count(), 8);
     for (const auto& socket : others) {
         if (socket->state() != QAbstractSocket::UnconnectedState)
@@ -438,8 +438,8 @@ std::string Answer(quint16 port, const QByteArray& request)
 TEST_F(AppTest, NobodyWithoutTheKeySeesAnythingAndTheCodeShowsTheAddress)
 {
     QString error;
-    ASSERT_TRUE(window->ServePreview({true, "127.0.0.1", 0}, error));
-    const QUrl address(window->Preview().Address());
+    ASSERT_TRUE(window->Services().ServePreview({true, "127.0.0.1", 0}, error));
+    const QUrl address(window->Services().Preview().Address());
     const QByteArray key = QUrlQuery(address).queryItemValue(QStringLiteral("key")).toLatin1();
     EXPECT_EQ(key.size(), 32);  // 128 bits
     QByteArray nearly = key;
@@ -509,7 +509,7 @@ TEST_F(AppTest, NobodyWithoutTheKeySeesAnythingAndTheCodeShowsTheAddress)
     EXPECT_EQ(read.output, address.toString().toStdString() + "\n");
 
     // Off again, the port is closed and the panel goes.
-    ASSERT_TRUE(window->ServePreview({}, error));
+    ASSERT_TRUE(window->Services().ServePreview({}, error));
     EXPECT_EQ(Answer(address.port(), "GET / HTTP/1.1\r\n\r\n"), "");
     EXPECT_TRUE(window->findChild<QDockWidget*>(QStringLiteral("phonePreview"))->isHidden());
 }
