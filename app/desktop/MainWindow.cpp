@@ -12,6 +12,7 @@
 #include "app/osc/OscSettings.h"
 #include "app/osc/OscSettingsDialog.h"
 #include "app/osc/TestModeOutput.h"
+#include "app/network/ServiceBrowser.h"
 #include "app/network/SyncDialog.h"
 #include "app/preview/PreviewDialog.h"
 #include "app/preview/PreviewPanel.h"
@@ -541,7 +542,8 @@ void MainWindow::OpenWithDialog()
 
 void MainWindow::ChooseOscTarget()
 {
-    OscSettingsDialog dialog(sender_.Target(), this);
+    const std::unique_ptr<ServiceBrowser> receivers = services_->BrowseOscReceivers();
+    OscSettingsDialog dialog(sender_.Target(), this, receivers.get());
     if (dialog.exec() != QDialog::Accepted)
         return;
     sender_.SetTarget(dialog.Target());
