@@ -14,7 +14,8 @@ std::string Usage()
     return std::string(
                "Usage: vornosc COMMAND [ARGUMENTS]\n"
                "       vornosc [--osc-target HOST:PORT] [--osc-listen [HOST:]PORT]\n"
-               "               [--preview [HOST:]PORT] [--insert PARAMETERS.json] [LAYOUT...]\n\n"
+               "               [--preview [HOST:]PORT] [--sync [PORT]] [--insert PARAMETERS.json]\n"
+               "               [LAYOUT...]\n\n"
                "Without a command, opens the editor on the layouts given, or on a new one.\n\n"
                "Commands:\n  ") +
            kDumpSynopsis + "\n      print a layout as JSON\n  " + kConvertSynopsis +
@@ -83,6 +84,7 @@ int RunCommandLine(int argc, const char* const argv[])
         }
         return command.run(arguments);
     }
-    std::fprintf(stderr, "vornosc: unknown command \"%s\"\n%s", args[0].c_str(), Usage().c_str());
+    const char* what = args[0].starts_with('-') ? "option" : "command";
+    std::fprintf(stderr, "vornosc: unknown %s \"%s\"\n%s", what, args[0].c_str(), Usage().c_str());
     return kExitUsage;
 }

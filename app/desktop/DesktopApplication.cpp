@@ -13,6 +13,7 @@
 #include <QIcon>
 #include <QSettings>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -60,11 +61,41 @@ struct DesktopArguments {
     std::string oscTarget;
     std::string oscListen;
     std::string preview;
-    std::optional<int> syncPort;
     std::string insert;
     bool help = false;
     bool version = false;
+    // The values read, each set when its option was given.
+    std::optional<OscTarget> target;
+    std::optional<OscInput> input;
+    std::optional<PreviewPlace> previewPlace;
+    std::optional<int> syncPort;
 };
+
+// Reads an option's value, so that a bad one stops the start before any
+// window opens; false with what is wrong in fault.
+bool ReadOptionValue(const std::string& option, const std::string& value,
+                     DesktopArguments& arguments, std::string& fault)
+{
+    if (option == "--osc-target")
+        return (arguments.target = ParseOscTarget(value, fault)).has_value();
+    if (option == "--osc-listen")
+        return (arguments.input = ParseOscListen(value, fault)).has_value();
+    if (option == "--preview")
+        return (arguments.previewPlace = ParsePreviewPlace(value, fault)).has_value();
+    // What the parameter file holds is checked, and told, in the editor.
+    std::error_code ignored;
+    if (std::filesystem::is_directory(value, ignored)) {
+        fault = std::strerror(EISDIR);
+        return false;
+    }
+    std::FILE* file = std::fopen(value.c_str(), "rb");
+    if (file == nullptr) {
+        fault = std::strerror(errno);
+        return false;
+    }
+    std::fclose(file);
+    return true;
+}
 
 bool ParseDesktopArguments(int argc, char* argv[], DesktopArguments& arguments, std::string& error)
 {
@@ -83,19 +114,28 @@ bool ParseDesktopArguments(int argc, char* argv[], DesktopArguments& arguments, 
                                                 : "--osc-target needs HOST:PORT";
                 return false;
             }
+            const std::string value = argv[++i];
+            std::string fault;
+            if (!ReadOptionValue(arg, value, arguments, fault)) {
+                error = arg + " " + value + ": " + fault;
+                return false;
+            }
             (arg == "--insert"       ? arguments.insert
              : arg == "--osc-listen" ? arguments.oscListen
              : arg == "--preview"    ? arguments.preview
-                                     : arguments.oscTarget) = argv[++i];
+                                     : arguments.oscTarget) = value;
         } else if (arg == "--sync") {
-            // Its port is optional: digits after it are the port, anything else is not.
+            // Its port may be left out: digits after it are the port, anything else is not.
             const bool portGiven =
                 i + 1 < argc && *argv[i + 1] != '\0' &&
                 std::strspn(argv[i + 1], "0123456789") == std::strlen(argv[i + 1]);
+            std::string fault;
             arguments.syncPort =
-                portGiven ? ParseSyncPort(argv[++i], error) : SyncPlace::kUsualPort;
-            if (!arguments.syncPort)
+                portGiven ? ParseSyncPort(argv[++i], fault) : SyncPlace::kUsualPort;
+            if (!arguments.syncPort) {
+                error = arg + " " + argv[i] + ": " + fault;
                 return false;
+            }
         } else if (arg.rfind("--", 0) == 0) {
             error = "unknown option \"" + arg + "\"";
             return false;
@@ -142,11 +182,6 @@ int RunDesktop(int argc, char* argv[])
         std::fputs(arguments.help ? kDesktopHelp : VersionLine().c_str(), stdout);
         return 0;
     }
-    std::optional<OscTarget> target;
-    if (!arguments.oscTarget.empty() && !(target = ParseOscTarget(arguments.oscTarget, error))) {
-        std::fprintf(stderr, "vornosc: %s\n", error.c_str());
-        return kExitUsage;
-    }
     if (!HasDisplay()) {
         std::fputs(
             "vornosc: there is no display to open the editor on (DISPLAY is not set); "
@@ -168,7 +203,7 @@ int RunDesktop(int argc, char* argv[])
         return kExitCannotStart;
     }
     QSettings settings;
-    MainWindow window(module, target ? *target : LoadOscTarget(settings));
+    MainWindow window(module, arguments.target.value_or(LoadOscTarget(settings)));
     window.show();
     NetworkServices& services = window.Services();
     // A network service that cannot start is said, and the editor goes on without it.
@@ -178,30 +213,24 @@ int RunDesktop(int argc, char* argv[])
         std::fflush(stderr);
         window.SayRefused(service, refusal);
     };
-    std::optional<OscInput> input = LoadOscInput(settings);
-    if (!arguments.oscListen.empty())
-        input = ParseOscListen(arguments.oscListen, error);
-    QString refusal = QString::fromStdString(error);
-    if (!input || !services.ListenFor(*input, refusal)) {
+    QString refusal;
+    if (!services.ListenFor(arguments.input.value_or(LoadOscInput(settings)), refusal)) {
         sayRefused(QStringLiteral("OSC Input"),
                    arguments.oscListen.empty() ? "Settings > OSC Input"
                                                : "--osc-listen " + arguments.oscListen,
                    refusal);
     }
-    error.clear();
-    std::optional<PreviewPlace> preview = LoadPreviewPlace(settings);
-    if (!arguments.preview.empty())
-        preview = ParsePreviewPlace(arguments.preview, error);
-    refusal = QString::fromStdString(error);
-    if (!preview || !services.ServePreview(*preview, refusal)) {
+    refusal.clear();
+    if (!services.ServePreview(arguments.previewPlace.value_or(LoadPreviewPlace(settings)),
+                               refusal)) {
         sayRefused(QStringLiteral("Phone Preview"),
                    arguments.preview.empty() ? "Settings > Phone Preview"
                                              : "--preview " + arguments.preview,
                    refusal);
     }
+    refusal.clear();
     const SyncPlace sync =
         arguments.syncPort ? SyncPlace{true, "", *arguments.syncPort} : LoadSyncPlace(settings);
-    refusal.clear();
     if (!services.ServeSync(sync, refusal)) {
         sayRefused(
             QStringLiteral("Layout Sync"),

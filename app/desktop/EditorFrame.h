@@ -49,7 +49,7 @@ public:
     // fills snapshot with the layout as it stands, when it is given.
     void LayoutState(LayoutSnapshot* snapshot, const ControlValue* value) const;
     // The layout's name as the title shows it: "Show" for Show.VornOsc, "New" until saved.
-    QString LayoutName() const;
+    const QString& LayoutName() const { return title_; }
     // The title as the frame shows it: the editor's, with a "*" after the
     // layout's name while it has unsaved changes.
     QString ShownTitle() const;

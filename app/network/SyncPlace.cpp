@@ -11,8 +11,9 @@ std::optional<int> ParseSyncPort(std::string_view text, std::string& error)
     const auto read = std::from_chars(text.data(), end, port);
     if (read.ec == std::errc() && read.ptr == end && port >= 1 && port <= 65535)
         return port;
-    error = "--sync takes a port from 1 to 65535, for example --sync " +
-            std::to_string(SyncPlace::kUsualPort) + ", not \"" + std::string(text) + "\"";
+    error = "layout sync \"" + std::string(text) +
+            "\" is not a port from 1 to 65535, for example " +
+            std::to_string(SyncPlace::kUsualPort) + ".";
     return std::nullopt;
 }
 

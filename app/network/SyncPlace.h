@@ -19,7 +19,7 @@ struct SyncPlace {
     bool operator==(const SyncPlace&) const = default;
 };
 
-// Reads the PORT of "--sync PORT", 1 to 65535; on failure, error says what to type.
+// Reads the PORT of "--sync PORT", 1 to 65535; on failure, error says what to type instead.
 std::optional<int> ParseSyncPort(std::string_view text, std::string& error);
 
 // The place kept between runs, under "sync/...".
