@@ -54,6 +54,8 @@ public:
     void LayoutState(LayoutSnapshot* snapshot, const ControlValue* value) const;
     // The height of the frame's title bar, the step between cascaded frames.
     int TitleHeight() const;
+    // The layout's name as the title shows it: "Show" for Show.VornOsc, "New" until saved.
+    const QString& LayoutName() const { return title_; }
     // The title as the frame shows it: the editor's, with a "*" after the
     // layout's name while it has unsaved changes.
     QString ShownTitle() const;

@@ -8,6 +8,8 @@
 #include "ModuleLibrary.h"
 #include "OtherAppLayout.h"
 #include "WindowMenu.h"
+#include "app/network/ServiceBrowser.h"
+#include "app/network/SyncDialog.h"
 #include "app/osc/OscInputDialog.h"
 #include "app/osc/OscMonitor.h"
 #include "app/osc/OscSettings.h"
@@ -44,7 +46,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 
 namespace {
@@ -60,13 +61,6 @@ constexpr int kLargestGridStep = 100;
 int CommandOf(const QAction* action)
 {
     return action->data().toInt();
-}
-
-// For whoever started the application from a terminal.
-void PrintPreviewAddress(const QString& address)
-{
-    std::printf("Phone preview: %s\n", address.toUtf8().constData());
-    std::fflush(stdout);
 }
 
 // Input after which a layout may have changed, and its title with it.
@@ -100,29 +94,39 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     addDockWidget(Qt::BottomDockWidgetArea, dock);
     // The editors keep most of the height; the monitor shows a few rows.
     resizeDocks({dock}, {dock->sizeHint().height()}, Qt::Vertical);
-    preview_ = std::make_unique<PhonePreview>(
-        [this](LayoutSnapshot* snapshot, const ControlValue* value) {
-            const EditorFrame* frame = ActiveFrame();
-            if (frame != nullptr)
-                frame->LayoutState(snapshot, value);
-            return frame != nullptr;
-        },
-        sender_, *monitor_);
-    previewPanel_ = new PreviewPanel(*preview_);
+    NetworkServices::Layouts layouts;
+    layouts.read = [this](LayoutSnapshot* snapshot, const ControlValue* value) {
+        const EditorFrame* frame = ActiveFrame();
+        if (frame != nullptr)
+            frame->LayoutState(snapshot, value);
+        return frame != nullptr;
+    };
+    layouts.name = [this] { return ActiveFrame()->LayoutName(); };
+    layouts.setValues = [this](const char* address, const ReceivedValue& value) {
+        int controls = 0;
+        for (EditorFrame* frame : Frames())
+            controls += frame->SetValues(address, value);
+        return controls;
+    };
+    services_ = std::make_unique<NetworkServices>(std::move(layouts), sender_, *monitor_);
+    previewPanel_ = new PreviewPanel(services_->Preview());
     previewDock_ = new QDockWidget(QStringLiteral("Phone Preview"), this);
     previewDock_->setObjectName(QStringLiteral("phonePreview"));
     previewDock_->setWidget(previewPanel_);
     addDockWidget(Qt::RightDockWidgetArea, previewDock_);
     previewDock_->hide();
-    connect(preview_.get(), &PhonePreview::changed, this, &MainWindow::ShowPreviewState);
+    connect(&services_->Preview(), &PhonePreview::changed, this, &MainWindow::ShowPreviewState);
+    connect(services_.get(), &NetworkServices::changed, this, &MainWindow::ShowNetworkState);
     statusBar()->showMessage(QStringLiteral("Ready"));
+    networkLabel_ = new QLabel(this);
+    networkLabel_->setObjectName(QStringLiteral("announcements"));
+    syncLabel_ = new QLabel(this);
+    syncLabel_->setObjectName(QStringLiteral("syncState"));
     zoomLabel_ = new QLabel(this);
-    statusBar()->addPermanentWidget(zoomLabel_);
+    for (QLabel* label : {networkLabel_, syncLabel_, zoomLabel_})
+        statusBar()->addPermanentWidget(label);
+    ShowNetworkState();
     BuildMenus();
-    listener_.onMessage = [this](const OscMessageIn& message) { TakeReceived(message); };
-    listener_.onMalformed = [this] {
-        monitor_->ShowIgnored(ignoredMessages_, listener_.Malformed());
-    };
     qApp->installEventFilter(this);
     auto* recoveryTimer = new QTimer(this);
     connect(recoveryTimer, &QTimer::timeout, this, &MainWindow::KeepRecoveryCopies);
@@ -210,7 +214,8 @@ void MainWindow::BuildMenus()
     QAction* newKey =
         preview->addAction(QStringLiteral("&New Key"), this, &MainWindow::RenewPreviewKey);
     connect(preview, &QMenu::aboutToShow, this,
-            [this, newKey] { newKey->setEnabled(preview_->IsServing()); });
+            [this, newKey] { newKey->setEnabled(services_->Preview().IsServing()); });
+    settings->addAction(QStringLiteral("&Layout Sync..."), this, &MainWindow::ChooseSync);
 
     helpMenu_ = menuBar()->addMenu(QStringLiteral("&Help"));
     helpMenu_->addAction(QStringLiteral("&About VornOSC"), this, [this] {
@@ -589,7 +594,8 @@ void MainWindow::OpenWithDialog()
 
 void MainWindow::ChooseOscTarget()
 {
-    OscSettingsDialog dialog(sender_.Target(), this);
+    const std::unique_ptr<ServiceBrowser> receivers = services_->BrowseOscReceivers();
+    OscSettingsDialog dialog(sender_.Target(), this, receivers.get());
     if (dialog.exec() != QDialog::Accepted)
         return;
     sender_.SetTarget(dialog.Target());
@@ -605,8 +611,8 @@ void MainWindow::ChooseOscInput()
         return;
     SaveOscInput(settings, dialog.Input());
     QString error;
-    if (!ListenFor(dialog.Input(), error))
-        SayInputRefused(error);
+    if (!services_->ListenFor(dialog.Input(), error))
+        SayRefused(QStringLiteral("OSC Input"), error);
 }
 
 void MainWindow::ChooseGridStep()
@@ -628,15 +634,10 @@ void MainWindow::ApplyGridStep(int step)
         frame->GridStep(step);
 }
 
-bool MainWindow::ListenFor(const OscInput& input, QString& error)
-{
-    return listener_.Apply(input, error);
-}
-
-void MainWindow::SayInputRefused(const QString& reason)
+void MainWindow::SayRefused(const QString& service, const QString& reason)
 {
     monitor_->AddError(reason, QTime::currentTime());
-    QMessageBox::warning(this, QStringLiteral("OSC Input"), reason);
+    QMessageBox::warning(this, service, reason);
 }
 
 void MainWindow::ChoosePreview()
@@ -647,67 +648,42 @@ void MainWindow::ChoosePreview()
         return;
     SavePreviewPlace(settings, dialog.Place());
     QString error;
-    if (!ServePreview(dialog.Place(), error))
-        SayPreviewRefused(error);
+    if (!services_->ServePreview(dialog.Place(), error))
+        SayRefused(QStringLiteral("Phone Preview"), error);
 }
 
-bool MainWindow::ServePreview(const PreviewPlace& place, QString& error)
+void MainWindow::ChooseSync()
 {
-    const QString before = preview_->Address();
-    if (!preview_->Serve(place, error))
-        return false;
-    if (preview_->IsServing() && preview_->Address() != before)
-        PrintPreviewAddress(preview_->Address());
-    return true;
+    QSettings settings;
+    SyncDialog dialog(LoadSyncPlace(settings), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    SaveSyncPlace(settings, dialog.Place());
+    QString error;
+    if (!services_->ServeSync(dialog.Place(), error))
+        SayRefused(QStringLiteral("Layout Sync"), error);
 }
 
 void MainWindow::RenewPreviewKey()
 {
     QString error;
-    if (!preview_->RenewKey(error))
-        return SayPreviewRefused(error);
-    PrintPreviewAddress(preview_->Address());
-}
-
-void MainWindow::SayPreviewRefused(const QString& reason)
-{
-    monitor_->AddError(reason, QTime::currentTime());
-    QMessageBox::warning(this, QStringLiteral("Phone Preview"), reason);
+    if (!services_->RenewPreviewKey(error))
+        SayRefused(QStringLiteral("Phone Preview"), error);
 }
 
 void MainWindow::ShowPreviewState()
 {
     previewPanel_->Refresh();
     // The panel comes as the preview starts and goes as it stops.
-    if (preview_->IsServing() == previewDock_->isHidden())
-        previewDock_->setVisible(preview_->IsServing());
+    const bool serving = services_->Preview().IsServing();
+    if (serving == previewDock_->isHidden())
+        previewDock_->setVisible(serving);
 }
 
-void MainWindow::TakeReceived(const OscMessageIn& message)
+void MainWindow::ShowNetworkState()
 {
-    const QString address = QString::fromUtf8(message.address);
-    const OscArgument argument =
-        message.arguments.empty() ? OscArgument{} : message.arguments.front();
-    if (argument.kind == OscArgument::kOther) {
-        monitor_->ShowIgnored(++ignoredMessages_, listener_.Malformed());
-        return;
-    }
-    const ReceivedValue value{argument.kind == OscArgument::kTrue    ? ReceivedValue::kOn
-                              : argument.kind == OscArgument::kFalse ? ReceivedValue::kOff
-                                                                     : ReceivedValue::kNumber,
-                              argument.number};
-    int controls = 0;
-    for (EditorFrame* frame : Frames())
-        controls += frame->SetValues(message.address.c_str(), value);
-    QString shown = argument.kind == OscArgument::kTrue    ? QStringLiteral("true")
-                    : argument.kind == OscArgument::kFalse ? QStringLiteral("false")
-                                                           : QString::number(argument.number);
-    if (controls != 1)
-        shown += controls == 0 ? QStringLiteral(" (no control)")
-                               : QStringLiteral(" (%1 controls)").arg(controls);
-    monitor_->AddReceived(address, shown, QTime::currentTime());
-    // The editor may be out of sight; the phones show the values all the same.
-    preview_->Refresh();
+    syncLabel_->setText(services_->SyncState());
+    networkLabel_->setText(services_->AnnouncementProblem());
 }
 
 bool MainWindow::event(QEvent* event)

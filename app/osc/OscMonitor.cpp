@@ -60,6 +60,11 @@ void OscMonitor::AddError(const QString& text, const QTime& time)
         table_->item(0, column)->setForeground(Qt::red);
 }
 
+void OscMonitor::AddSynced(const QString& peerAddress, const QString& file, const QTime& time)
+{
+    AddRow(QStringLiteral("sync"), peerAddress, file, time);
+}
+
 int OscMonitor::Count() const
 {
     return table_->rowCount();

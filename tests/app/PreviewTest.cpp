@@ -215,18 +215,18 @@ protected:
     {
         EXPECT_TRUE(Open(layout));
         QString error;
-        EXPECT_TRUE(window->ServePreview({true, "127.0.0.1", 0}, error)) << error.toStdString();
-        return window->Preview().Address();
+        EXPECT_TRUE(window->Services().ServePreview({true, "127.0.0.1", 0}, error)) << error.toStdString();
+        return window->Services().Preview().Address();
     }
 
     // The page's own origin, and the address of its WebSocket.
     QString Origin() const
     {
-        return u"http://127.0.0.1:%1"_s.arg(QUrl(window->Preview().Address()).port());
+        return u"http://127.0.0.1:%1"_s.arg(QUrl(window->Services().Preview().Address()).port());
     }
     QUrl SocketUrl() const
     {
-        return QString(window->Preview().Address())
+        return QString(window->Services().Preview().Address())
             .replace(u"http:"_s, u"ws:"_s)
             .replace(u"/?"_s, u"/socket?"_s);
     }
@@ -408,7 +408,7 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
         return count(QAbstractSocket::ConnectedState) == 7 &&
                count(QAbstractSocket::UnconnectedState) == 3;
     }));
-    EXPECT_EQ(window->Preview().Browsers().size(), 8u);
+    EXPECT_EQ(window->Services().Preview().Browsers().size(), 8u);
     EXPECT_EQ(PanelBrowsers().size(), 8u);
     std::vector<QWebSocket*> connected;
     for (int i = 0; i < PreviewServer::kMostBrowsers; ++i) {
@@ -516,7 +516,7 @@ TEST_F(PreviewTest, APageOfFiveHundredControlsIsDrawnFastKeepsUpWithAFloodAndFol
     double flooded = 0;
     {
         const Flood flood(SocketUrl(), Origin());
-        ASSERT_TRUE(QTest::qWaitFor([&] { return window->Preview().Browsers().size() == 2; }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window->Services().Preview().Browsers().size() == 2; }));
         QTest::qWait(500);
         flooded = TouchToOsc(139, 57, "/c3");
     }
@@ -597,7 +597,7 @@ TEST_F(PreviewTest, APhoneShowsTheLayoutAtItsLargestEitherWayAndAnEarlierKeysPag
         if (action->text() == u"&New Key"_s)
             action->trigger();
     }
-    const QString second = window->Preview().Address();
+    const QString second = window->Services().Preview().Address();
     const int port = QUrl(first).port();
     EXPECT_NE(second, first);
     EXPECT_EQ(QUrl(second).port(), port);
@@ -652,7 +652,7 @@ TEST_F(PreviewTest, IdleConnectionsAreCutAndNeverLockTheBrowserOut)
         EXPECT_GT(OpenFiles() - before, BoundedTcpServer::kMostWaiting / 2);
         EXPECT_TRUE(QTest::qWaitFor([&] { return OpenFiles() - before == 1; }, 6000))
             << OpenFiles() - before;
-        EXPECT_EQ(window->Preview().Browsers().size(), 1u);
+        EXPECT_EQ(window->Services().Preview().Browsers().size(), 1u);
     }
     // Out of files before 64 are held, the server takes connections again
     // once files are free.
@@ -740,8 +740,8 @@ TEST_F(AppTest, NobodyWithoutTheKeyOrFromAnotherSiteSeesAnythingAndTheCodeShowsT
     red.fill(Qt::red);
     QApplication::setWindowIcon(QIcon(QPixmap::fromImage(red)));
     QString error;
-    ASSERT_TRUE(window->ServePreview({true, "127.0.0.1", 0}, error));
-    const QUrl address(window->Preview().Address());
+    ASSERT_TRUE(window->Services().ServePreview({true, "127.0.0.1", 0}, error));
+    const QUrl address(window->Services().Preview().Address());
     const QByteArray key = QUrlQuery(address).queryItemValue(QStringLiteral("key")).toLatin1();
     EXPECT_EQ(key.size(), 32);  // 128 bits
     const QByteArray port = QByteArray::number(address.port());
@@ -823,7 +823,7 @@ TEST_F(AppTest, NobodyWithoutTheKeyOrFromAnotherSiteSeesAnythingAndTheCodeShowsT
     EXPECT_EQ(read.output, address.toString().toStdString() + "\n");
 
     // Off again, the port is closed and the panel goes.
-    ASSERT_TRUE(window->ServePreview({}, error));
+    ASSERT_TRUE(window->Services().ServePreview({}, error));
     EXPECT_EQ(Answer(address.port(), "GET / HTTP/1.1\r\n\r\n"), "");
     EXPECT_TRUE(window->findChild<QDockWidget*>(QStringLiteral("phonePreview"))->isHidden());
 }
