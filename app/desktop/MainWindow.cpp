@@ -428,7 +428,7 @@ bool MainWindow::OpenOtherAppLayout(const QString& path, const LayoutFormat& for
     ShowNewFrame();
     if (!layout->report.isEmpty()) {
         QMessageBox::information(
-            this, QStringLiteral("OSC Editor"),
+            this, QStringLiteral("VornOSC"),
             QStringLiteral("\u201c%1\u201d was brought in with these changes:\n%2")
                 .arg(QFileInfo(path).fileName(), layout->report.join(u'\n')));
     }
@@ -520,7 +520,7 @@ void MainWindow::OfferRecovery()
         list += QStringLiteral("\n%1, changed %2")
                     .arg(leftover.originalPath,
                          QLocale().toString(leftover.written, QLocale::ShortFormat));
-    QMessageBox box(QMessageBox::Question, QStringLiteral("OSC Editor"),
+    QMessageBox box(QMessageBox::Question, QStringLiteral("VornOSC"),
                     QStringLiteral("vornosc stopped before these layouts were saved:\n%1\n\n"
                                    "Reopen them? Each opens under its own name with its "
                                    "changes, not yet saved.")
@@ -724,7 +724,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
         return QMainWindow::eventFilter(watched, event);
     if (reinterpret_cast<const HostRequest*>(message->lParam)->words[0] == kRequestHelpTopic) {
         QMessageBox::information(
-            this, QStringLiteral("OSC Editor Help"),
+            this, QStringLiteral("VornOSC Help"),
             QStringLiteral("Insert controls from the Insert menu, drag them into place, and "
                            "double-click one to edit its label, OSC address and range. Turn on "
                            "Test Mode to operate the controls: each value is sent as OSC to "
