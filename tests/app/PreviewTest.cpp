@@ -476,10 +476,10 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     // Values received as OSC show on the phones while the editor is out of sight.
     Pick(ID_OSCTESTMODE);
     QString error;
-    ASSERT_TRUE(window->ListenFor({true, "127.0.0.1", 0}, error)) << error.toStdString();
+    ASSERT_TRUE(window->Services().ListenFor({true, "127.0.0.1", 0}, error)) << error.toStdString();
     window->hide();
     const lo_address to =
-        lo_address_new("127.0.0.1", std::to_string(window->Listener().Port()).c_str());
+        lo_address_new("127.0.0.1", std::to_string(window->Services().Listener().Port()).c_str());
     lo_send(to, "/c", "i", 30);
     lo_address_free(to);
     EXPECT_TRUE(Drawn(QStringLiteral("vornoscPreview.layout.controls[0][2].value === 30")));
@@ -615,7 +615,7 @@ TEST_F(PreviewTest, APhoneShowsTheLayoutAtItsLargestEitherWayAndAnEarlierKeysPag
     browser->Open(second);
     ASSERT_TRUE(Drawn(QStringLiteral("vornoscPreview.layout.controls[0]?.length === 2")));
     QString error;
-    ASSERT_TRUE(window->ServePreview({}, error));
+    ASSERT_TRUE(window->Services().ServePreview({}, error));
     PhonePreview restarted([](LayoutSnapshot*, const ControlValue*) { return false; },
                            window->Sender(), window->Monitor());
     ASSERT_TRUE(restarted.Serve({true, "127.0.0.1", port}, error)) << error.toStdString();
