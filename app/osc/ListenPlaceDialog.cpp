@@ -48,6 +48,12 @@ ListenPlaceDialog::ListenPlaceDialog(const QString& title, const QString& onText
     UpdateOk();
 }
 
+void ListenPlaceDialog::AcceptName(const QString& name)
+{
+    names_.append(name);
+    UpdateOk();
+}
+
 bool ListenPlaceDialog::On() const
 {
     return on_->isChecked();
@@ -68,5 +74,6 @@ void ListenPlaceDialog::UpdateOk()
 {
     const QString host = interface_->text().trimmed();
     buttons_->button(QDialogButtonBox::Ok)
-        ->setEnabled(host == kAllInterfaces || !QHostAddress(host).isNull());
+        ->setEnabled(host == kAllInterfaces || names_.contains(host, Qt::CaseInsensitive) ||
+                     !QHostAddress(host).isNull());
 }

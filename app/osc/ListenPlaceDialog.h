@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QStringList>
 
 #include <string>
 
@@ -11,7 +12,7 @@ class QSpinBox;
 
 // Edits where the application listens: on or off, on which interface ("all",
 // or one address) and which port. OK stays disabled while the interface is
-// neither "all" nor an address.
+// neither "all" nor an address nor a name the caller accepts.
 class ListenPlaceDialog : public QDialog {
     Q_OBJECT
 
@@ -20,6 +21,8 @@ public:
                       const std::string& host, int port, QWidget* parent);
 
 protected:
+    // Accepts name as an interface, which the caller understands.
+    void AcceptName(const QString& name);
     bool On() const;
     // Empty for all interfaces.
     std::string Host() const;
@@ -32,4 +35,5 @@ private:
     QLineEdit* interface_;
     QSpinBox* port_;
     QDialogButtonBox* buttons_;
+    QStringList names_;
 };

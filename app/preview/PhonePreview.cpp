@@ -1,9 +1,10 @@
 #include "PhonePreview.h"
 
 #include "PreviewKey.h"
-#include "app/osc/ListenPlace.h"
 #include "app/osc/TestModeOutput.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QHostAddress>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -44,8 +45,9 @@ PhonePreview::PhonePreview(LayoutReader reader, OscSender& sender, OscMonitor& m
       monitor_(monitor),
       key_(NewPreviewKey())
 {
-    refresh_.setInterval(kRefreshMilliseconds);
-    connect(&refresh_, &QTimer::timeout, this, &PhonePreview::Refresh);
+    dropsShown_.setSingleShot(true);
+    dropsShown_.setInterval(kDropsShownMilliseconds);
+    connect(&dropsShown_, &QTimer::timeout, this, &PhonePreview::changed);
 }
 
 PhonePreview::~PhonePreview() = default;
@@ -54,38 +56,61 @@ bool PhonePreview::Serve(const PreviewPlace& place, QString& error)
 {
     if (server_ && place == place_)
         return true;
-    refresh_.stop();
-    server_.reset();
-    address_.clear();
-    feed_ = {};
-    pointers_ = {};
-    Q_EMIT changed();
+    Stop();
     if (!place.on)
         return true;
-    const QHostAddress address = ListenAddress(place.host);
-    if (address.isNull()) {
+    const std::vector<QHostAddress> addresses = PreviewAddresses(place.host);
+    if (addresses.empty()) {
         error = tr("The phone preview cannot listen on \u201c%1\u201d: it is not an address of "
-                   "this computer; choose \u201call\u201d or one of its addresses.")
+                   "this computer; choose \u201call\u201d or one of its addresses under Settings "
+                   "> Phone Preview.")
                     .arg(QString::fromStdString(place.host));
         return false;
     }
     auto server = std::make_unique<PreviewServer>(key_);
     QString why;
-    if (!server->Listen(address, place.port, why)) {
+    if (!server->Listen(addresses.front(), place.port, why)) {
         error = tr("The phone preview cannot listen on port %1: %2. Choose another port under "
                    "Settings > Phone Preview.")
                     .arg(place.port)
                     .arg(why);
         return false;
     }
+    // The IPv6 loopback where the system has one.
+    for (auto also = addresses.begin() + 1; also != addresses.end(); ++also)
+        server->Listen(*also, server->Port(), why);
     server_ = std::move(server);
     place_ = place;
     connect(server_.get(), &PreviewServer::browserCame, this, &PhonePreview::Welcome);
     connect(server_.get(), &PreviewServer::browserLeft, this, &PhonePreview::Goodbye);
     connect(server_.get(), &PreviewServer::messageFrom, this, &PhonePreview::Take);
+    connect(server_.get(), &PreviewServer::messageDropped, this, &PhonePreview::Dropped);
     address_ = PreviewUrl(place, server_->Port(), key_, FirstLanAddress());
     Q_EMIT changed();
     return true;
+}
+
+void PhonePreview::Stop()
+{
+    QCoreApplication::instance()->removeEventFilter(this);
+    server_.reset();
+    address_.clear();
+    feed_ = {};
+    pointerQueue_ = {};
+    pointers_ = {};
+    Q_EMIT changed();
+}
+
+bool PhonePreview::RenewKey(QString& error)
+{
+    key_ = NewPreviewKey();
+    if (!server_)
+        return true;
+    // On the port the phones know, even one the system picked.
+    PreviewPlace place = place_;
+    place.port = server_->Port();
+    Stop();
+    return Serve(place, error);
 }
 
 std::vector<PreviewServer::Browser> PhonePreview::Browsers() const
@@ -95,48 +120,87 @@ std::vector<PreviewServer::Browser> PhonePreview::Browsers() const
 
 void PhonePreview::Refresh()
 {
-    Tell(nullptr);
+    if (updateAsked_)
+        return;
+    updateAsked_ = true;
+    QMetaObject::invokeMethod(this, &PhonePreview::Update, Qt::QueuedConnection);
 }
 
-void PhonePreview::Tell(const ControlValue* value)
+bool PhonePreview::eventFilter(QObject* watched, QEvent* event)
 {
+    switch (event->type()) {
+        case QEvent::Paint:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseMove:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Wheel:
+            Refresh();
+            break;
+        default:
+            break;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void PhonePreview::Update()
+{
+    updateAsked_ = false;
     if (!server_)
         return;
     LayoutSnapshot snapshot;
-    const bool open = reader_(&snapshot, value);
-    for (const std::string& message :
-         feed_.Update(open ? std::optional(std::move(snapshot)) : std::nullopt))
+    std::optional<LayoutSnapshot> now;
+    if (reader_(&snapshot, nullptr))
+        now = std::move(snapshot);
+    for (const PointerQueue::Told& told : pointerQueue_.TakeAll()) {
+        if (!now)
+            break;
+        const std::optional<PointerOperation> operation =
+            pointers_.Take(told.browser, told.pointer, *now);
+        if (!operation)
+            continue;
+        Operate(*operation);
+        now->pages[operation->page].controls[operation->index].value = operation->control.value;
+    }
+    for (const std::string& message : feed_.Update(now))
         server_->SendAll(QString::fromStdString(message));
 }
 
 void PhonePreview::Welcome(int browser)
 {
-    Refresh();
+    Update();
     for (const std::string& message : feed_.Everything())
         server_->Send(browser, QString::fromStdString(message));
-    refresh_.start();
+    QCoreApplication::instance()->installEventFilter(this);
     Q_EMIT changed();
 }
 
 void PhonePreview::Goodbye(int browser)
 {
+    // What it told before it went counts first.
+    Update();
     if (feed_.Told()) {
         for (const PointerOperation& ended : pointers_.Forget(browser, *feed_.Told()))
             Operate(ended);
     }
     if (server_->Browsers().empty())
-        refresh_.stop();
+        QCoreApplication::instance()->removeEventFilter(this);
     Q_EMIT changed();
 }
 
 void PhonePreview::Take(int browser, const QString& text)
 {
-    const std::optional<BrowserPointer> pointer = ReadPointer(text);
-    if (!pointer || !feed_.Told())
-        return;
-    if (const std::optional<PointerOperation> operation =
-            pointers_.Take(browser, *pointer, *feed_.Told()))
-        Operate(*operation);
+    if (const std::optional<BrowserPointer> pointer = ReadPointer(text)) {
+        pointerQueue_.Add(browser, *pointer);
+        Refresh();
+    }
+}
+
+void PhonePreview::Dropped()
+{
+    if (!dropsShown_.isActive())
+        dropsShown_.start();
 }
 
 void PhonePreview::Operate(const PointerOperation& operation)
@@ -145,9 +209,9 @@ void PhonePreview::Operate(const PointerOperation& operation)
     SendOperated({control.name, control.command, control.type, control.minValue, control.maxValue,
                   control.value, operation.phase},
                  sender_, monitor_);
-    // The canvas and every browser show the new value at once.
+    // The canvas shows the new value at once; the browsers with the rest.
     if (operation.valueChanged) {
         const ControlValue value{operation.page, operation.index, control.value};
-        Tell(&value);
+        reader_(nullptr, &value);
     }
 }

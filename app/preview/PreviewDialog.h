@@ -11,6 +11,8 @@ public:
                             tr("&Show the layout on phones and tablets on this network"), place.on,
                             place.host, place.port, parent)
     {
+        // Both loopback addresses, for a browser on this computer.
+        AcceptName(QStringLiteral("localhost"));
     }
 
     PreviewPlace Place() const { return {On(), Host(), Port()}; }

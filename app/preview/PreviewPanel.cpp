@@ -5,6 +5,7 @@
 
 #include <QLabel>
 #include <QListWidget>
+#include <QLocale>
 #include <QPixmap>
 #include <QVBoxLayout>
 
@@ -49,8 +50,15 @@ void PreviewPanel::Refresh()
         code_->setPixmap(QPixmap::fromImage(QrCodeImage(address, kModulePixels)));
     }
     browsers_->clear();
-    for (const PreviewServer::Browser& browser : preview_.Browsers())
-        browsers_->addItem(browser.agent.isEmpty()
-                               ? browser.address
-                               : browser.address + QStringLiteral(", ") + browser.agent);
+    for (const PreviewServer::Browser& browser : preview_.Browsers()) {
+        QString item = browser.address;
+        if (!browser.agent.isEmpty())
+            item += QStringLiteral(", ") + browser.agent;
+        if (browser.dropped > 0)
+            item += (browser.dropped == 1 ? tr("; %1 message dropped (over %2 a second)")
+                                          : tr("; %1 messages dropped (over %2 a second)"))
+                        .arg(QLocale().toString(browser.dropped),
+                             QLocale().toString(PreviewServer::kMostMessagesPerSecond));
+        browsers_->addItem(item);
+    }
 }

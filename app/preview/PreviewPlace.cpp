@@ -3,7 +3,6 @@
 #include "app/osc/ListenPlace.h"
 #include "app/osc/OscTarget.h"
 
-#include <QHostAddress>
 #include <QNetworkInterface>
 #include <QUrl>
 
@@ -18,7 +17,25 @@ std::optional<PreviewPlace> ParsePreviewPlace(std::string_view text, std::string
                 "to 65535.";
         return std::nullopt;
     }
+    if (PreviewAddresses(place->host).empty()) {
+        error = "phone preview \"" + std::string(text) + "\": " + place->host +
+                " is not an address of this computer; give one of its addresses or localhost, "
+                "or the port alone to serve on all of them.";
+        return std::nullopt;
+    }
     return PreviewPlace{true, place->host, place->port};
+}
+
+std::vector<QHostAddress> PreviewAddresses(const std::string& host)
+{
+    if (host.empty())
+        return {QHostAddress(QHostAddress::Any)};
+    if (QString::fromStdString(host).compare(QStringLiteral("localhost"), Qt::CaseInsensitive) == 0)
+        return {QHostAddress(QHostAddress::LocalHost), QHostAddress(QHostAddress::LocalHostIPv6)};
+    const QHostAddress address = ListenAddress(host);
+    if (address.isNull() || !QNetworkInterface::allAddresses().contains(address))
+        return {};
+    return {address};
 }
 
 PreviewPlace LoadPreviewPlace(QSettings& settings)

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QHostAddress>
+
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 class QSettings;
 class QString;
@@ -18,8 +21,14 @@ struct PreviewPlace {
 };
 
 // Reads "[HOST:]PORT" as --preview gives it ("8080", "192.168.1.5:8080",
-// "[::1]:8080"), turned on. On failure, error says what to type instead.
+// "[::1]:8080", "localhost:8080"), turned on. On failure, error says what to
+// type instead, naming a HOST that is not this computer's.
 std::optional<PreviewPlace> ParsePreviewPlace(std::string_view text, std::string& error);
+
+// The addresses to listen on for host: every interface's for an empty host,
+// both loopback addresses for "localhost", else host itself when it is an
+// address of this computer; none when it is not.
+std::vector<QHostAddress> PreviewAddresses(const std::string& host);
 
 // The place kept between runs, under "preview/...".
 PreviewPlace LoadPreviewPlace(QSettings& settings);

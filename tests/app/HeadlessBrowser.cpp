@@ -6,6 +6,9 @@
 #include <QJsonDocument>
 #include <QRegularExpression>
 
+#include <signal.h>
+#include <sys/prctl.h>
+
 #include <stdexcept>
 
 namespace {
@@ -31,6 +34,8 @@ bool RunUntil(Done done, int milliseconds)
 
 HeadlessBrowser::HeadlessBrowser(int width, int height)
 {
+    // A test stopped short takes its browser with it.
+    chromium_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
     chromium_.start(
         QStringLiteral("chromium"),
         {QStringLiteral("--headless"), QStringLiteral("--no-sandbox"),
@@ -70,11 +75,7 @@ HeadlessBrowser::HeadlessBrowser(int width, int height)
                     {{QStringLiteral("targetId"), target}, {QStringLiteral("flatten"), true}}, {})
                    .value(QStringLiteral("sessionId"))
                    .toString();
-    Call(QStringLiteral("Emulation.setDeviceMetricsOverride"),
-         {{QStringLiteral("width"), width},
-          {QStringLiteral("height"), height},
-          {QStringLiteral("deviceScaleFactor"), 1},
-          {QStringLiteral("mobile"), true}});
+    Resize(width, height);
     Call(QStringLiteral("Emulation.setTouchEmulationEnabled"),
          {{QStringLiteral("enabled"), true}, {QStringLiteral("maxTouchPoints"), 5}});
 }
@@ -84,6 +85,15 @@ HeadlessBrowser::~HeadlessBrowser()
     devtools_.abort();
     chromium_.kill();
     chromium_.waitForFinished();
+}
+
+void HeadlessBrowser::Resize(int width, int height)
+{
+    Call(QStringLiteral("Emulation.setDeviceMetricsOverride"),
+         {{QStringLiteral("width"), width},
+          {QStringLiteral("height"), height},
+          {QStringLiteral("deviceScaleFactor"), 1},
+          {QStringLiteral("mobile"), true}});
 }
 
 void HeadlessBrowser::Open(const QString& url)

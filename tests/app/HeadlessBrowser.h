@@ -10,7 +10,7 @@
 #include <vector>
 
 // Debian's Chromium, headless, driven through its DevTools protocol over a
-// WebSocket: a page the size of a phone held sideways, with a touch screen.
+// WebSocket: a page the size of a phone or tablet, with a touch screen.
 // Every wait runs the event loop, so that an application in the same process
 // answers the page meanwhile.
 class HeadlessBrowser {
@@ -26,6 +26,8 @@ public:
     HeadlessBrowser(const HeadlessBrowser&) = delete;
     HeadlessBrowser& operator=(const HeadlessBrowser&) = delete;
 
+    // The viewport's size in CSS pixels, as a device turned would change it.
+    void Resize(int width, int height);
     void Open(const QString& url);
     // The value of a JavaScript expression in the page.
     QJsonValue Evaluate(const QString& expression);

@@ -1,5 +1,6 @@
 // What the phone preview tells its browsers of a layout as it changes, and
 // how their pointers operate its controls.
+#include "app/preview/PointerQueue.h"
 #include "app/preview/PointerTracker.h"
 #include "app/preview/PreviewFeed.h"
 #include "document/OSCProject.h"
@@ -45,6 +46,11 @@ std::optional<LayoutSnapshot> LayoutOf(const json& description)
     return LayoutSnapshot::Of(project);
 }
 
+const std::map<std::string, BrowserPointer::Phase> kPhases{{"down", BrowserPointer::kDown},
+                                                           {"move", BrowserPointer::kMove},
+                                                           {"up", BrowserPointer::kUp},
+                                                           {"cancel", BrowserPointer::kCancel}};
+
 std::string Told(const PointerOperation& operation)
 {
     static const char* const phases[] = {"pressed", "dragged", "released", "away"};
@@ -52,17 +58,12 @@ std::string Told(const PointerOperation& operation)
            std::to_string(operation.control.value) + (operation.valueChanged ? " changed" : "");
 }
 
-TEST(PreviewPointers, APressHoldsTheControlUnderItsPointerAndRunsItsValueRuleOnItOnly)
+TEST(PreviewPointers, APressHoldsTheControlUnderItsPointerAndRunsItsValueRuleOnItOrForAFaderOrKnobAnywhere)
 {
     for (const json& c : Cases(DATA_DIR "/preview.json", "pointers")) {
         const LayoutSnapshot layout =
             *LayoutOf({{"pages", {{{"name", "A"}, {"controls", c["controls"]}}}}});
         PointerTracker tracker;
-        static const std::map<std::string, BrowserPointer::Phase> phases{
-            {"down", BrowserPointer::kDown},
-            {"move", BrowserPointer::kMove},
-            {"up", BrowserPointer::kUp},
-            {"cancel", BrowserPointer::kCancel}};
         for (const json& step : c["steps"]) {
             SCOPED_TRACE(step.dump());
             if (step[0] == "forget") {
@@ -74,9 +75,27 @@ TEST(PreviewPointers, APressHoldsTheControlUnderItsPointerAndRunsItsValueRuleOnI
             }
             const json& p = step[0];
             const std::optional<PointerOperation> operation =
-                tracker.Take(p[0], {p[1], phases.at(p[2]), p[3], p[4], p[5]}, layout);
+                tracker.Take(p[0], {p[1], kPhases.at(p[2]), p[3], p[4], p[5]}, layout);
             EXPECT_EQ(operation ? json(Told(*operation)) : json(), step[1]);
         }
+    }
+}
+
+TEST(PreviewPointers, MovesWaitingTogetherCountAsTheirPointersLast)
+{
+    for (const json& c : Cases(DATA_DIR "/preview.json", "queue")) {
+        PointerQueue queue;
+        for (const json& p : c["told"])
+            queue.Add(p[0], {p[1], kPhases.at(p[2]), 0, p[3], 0});
+        json taken = json::array();
+        for (const PointerQueue::Told& told : queue.TakeAll()) {
+            const auto phase = std::find_if(kPhases.begin(), kPhases.end(), [&](const auto& named) {
+                return named.second == told.pointer.phase;
+            });
+            taken.push_back({told.browser, told.pointer.pointer, phase->first, told.pointer.x});
+        }
+        EXPECT_EQ(taken, c["taken"]);
+        EXPECT_TRUE(queue.TakeAll().empty());
     }
 }
 

@@ -11,6 +11,9 @@
   const kNameInset = 2;
   const kNameLineHeight = 14;
   const kRetryMilliseconds = 2000;
+  // The full screen button, square, at the right end of the title strip.
+  const kFullScreenSide = kTitleBand - 2 * kBannerInset;
+  const kFullScreenMark = 4;
   // The colour table, index 9 white; indexes past it take gray's.
   const kColors = [
     [255, 0, 0], [0, 255, 0], [0, 0, 255], [255, 255, 0], [127, 0, 127],
@@ -32,13 +35,16 @@
   const layout = { width: 0, height: 0, pages: [], current: 0, controls: [] };
   // The page shown here: the editor's, until a tab is tapped.
   let shownPage = 0;
-  // Where the page lies in the viewport, in CSS pixels.
-  const view = { scale: 1, left: 0, top: 0 };
+  // Where the page lies in the viewport, in CSS pixels, and whether it is
+  // turned a quarter clockwise to fit a screen held the other way.
+  const view = { scale: 1, left: 0, top: 0, turned: false };
   // When the page was last told something and last drawn, and how long that took.
   const stats = { toldAt: 0, drawnAt: 0, draws: 0, lastDrawMilliseconds: 0 };
   const held = new Set();  // pointers pressed on the page
   let socket = null;
   let drawRequested = false;
+  // vornosc refused the key: it was restarted, or made a new one.
+  let refused = false;
 
   function colorOf(index, divisor = 1) {
     const rgb = kColors[index >= 0 && index < kColors.length ? index : kGray];
@@ -183,10 +189,23 @@
     [kButton]: (control, r) => fillRounded(r, colorOf(control.color, 2)),
   };
 
-  // The tabs of the pages, in the title strip where the canvas shows its banner.
+  function offersFullScreen() {
+    return document.fullscreenEnabled && !document.fullscreenElement;
+  }
+
+  function fullScreenRect() {
+    return {
+      left: layout.width - kBannerInset - kFullScreenSide, top: kBannerInset,
+      right: layout.width - kBannerInset, bottom: kTitleBand - kBannerInset,
+    };
+  }
+
+  // The tabs of the pages, in the title strip where the canvas shows its
+  // banner, beside the full screen button when there is one.
   function tabRects() {
     const count = layout.pages.length;
-    const span = (layout.width - 2 * kBannerInset) / Math.max(count, 1);
+    const room = offersFullScreen() ? kFullScreenSide + kBannerInset : 0;
+    const span = (layout.width - 2 * kBannerInset - room) / Math.max(count, 1);
     return layout.pages.map((name, i) => ({
       left: kBannerInset + i * span + (i > 0 ? 1 : 0),
       right: kBannerInset + (i + 1) * span - (i < count - 1 ? 1 : 0),
@@ -210,6 +229,54 @@
       context.fillText(layout.pages[i] || `Page ${i + 1}`, (tab.left + tab.right) / 2, tab.top + 4);
       context.restore();
     });
+    if (offersFullScreen()) drawFullScreenButton(fullScreenRect());
+  }
+
+  // Four corners pointing outwards.
+  function drawFullScreenButton(r) {
+    fillRounded(r, '#262626');
+    const m = inset(r, 6);
+    context.beginPath();
+    for (const [x, y, dx, dy] of [[m.left, m.top, 1, 1], [m.right, m.top, -1, 1],
+      [m.left, m.bottom, 1, -1], [m.right, m.bottom, -1, -1]]) {
+      context.moveTo(x + dx * kFullScreenMark, y);
+      context.lineTo(x, y);
+      context.lineTo(x, y + dy * kFullScreenMark);
+    }
+    context.strokeStyle = '#bfbfbf';
+    context.lineWidth = 2;
+    context.stroke();
+  }
+
+  // The largest the layout shows at on a width by height screen, turned a
+  // quarter when the screen is held the other way and that shows it larger.
+  function fit(width, height) {
+    const straight = Math.min(width / layout.width, height / layout.height);
+    const turned = Math.min(width / layout.height, height / layout.width);
+    view.turned = turned > straight;
+    view.scale = Math.max(straight, turned);
+    const across = view.turned ? layout.height : layout.width;
+    const down = view.turned ? layout.width : layout.height;
+    view.left = (width - across * view.scale) / 2;
+    view.top = (height - down * view.scale) / 2;
+  }
+
+  // The layout's point under a point of the viewport.
+  function layoutPoint(event) {
+    const across = (event.clientX - view.left) / view.scale;
+    const down = (event.clientY - view.top) / view.scale;
+    return view.turned ? { x: down, y: layout.height - across } : { x: across, y: down };
+  }
+
+  // The layout shown grey and dark, as a thing of the past.
+  function greyOut() {
+    context.setTransform(1, 0, 0, 1, 0, 0);
+    context.globalCompositeOperation = 'saturation';
+    context.fillStyle = '#808080';
+    context.fillRect(0, 0, canvas.width, canvas.height);
+    context.globalCompositeOperation = 'source-over';
+    context.fillStyle = 'rgba(0, 0, 0, 0.5)';
+    context.fillRect(0, 0, canvas.width, canvas.height);
   }
 
   function draw() {
@@ -227,11 +294,14 @@
     context.fillStyle = '#000';
     context.fillRect(0, 0, canvas.width, canvas.height);
     if (layout.width > 0 && layout.height > 0) {
-      view.scale = Math.min(width / layout.width, height / layout.height);
-      view.left = (width - layout.width * view.scale) / 2;
-      view.top = (height - layout.height * view.scale) / 2;
-      context.setTransform(ratio * view.scale, 0, 0, ratio * view.scale,
-        ratio * view.left, ratio * view.top);
+      fit(width, height);
+      const s = ratio * view.scale;
+      if (view.turned) {
+        // The layout's top along the screen's right edge.
+        context.setTransform(0, s, -s, 0, ratio * view.left + s * layout.height, ratio * view.top);
+      } else {
+        context.setTransform(s, 0, 0, s, ratio * view.left, ratio * view.top);
+      }
       context.textBaseline = 'top';
       drawTitleStrip();
       const controls = layout.controls[shownPage] || [];
@@ -244,6 +314,7 @@
         painter(control, r);
         if (control.type !== kLabel) drawName(control, r);
       }
+      if (refused) greyOut();
     }
     stats.lastDrawMilliseconds = performance.now() - started;
     stats.draws += 1;
@@ -294,32 +365,58 @@
     socket.onclose = (event) => {
       held.clear();
       say(event.reason || 'The connection to vornosc was lost; trying again…');
-      setTimeout(connect, kRetryMilliseconds);
+      const retry = () => setTimeout(connect, kRetryMilliseconds);
+      // A browser learns nothing of why a WebSocket was refused; the page
+      // asked again tells whether the key still holds.
+      fetch(`/?key=${encodeURIComponent(key)}`, { method: 'HEAD', cache: 'no-store' }).then(
+        (answer) => (answer.status === 403 ? giveUp() : retry()), retry);
     };
+  }
+
+  function giveUp() {
+    refused = true;
+    say('vornosc was restarted or made a new key: scan the new code in its Phone Preview '
+      + 'panel.');
+    requestDraw();
   }
 
   function send(phase, event) {
     if (!socket || socket.readyState !== WebSocket.OPEN) return;
+    const point = layoutPoint(event);
     socket.send(JSON.stringify({
       kind: 'pointer',
       pointer: event.pointerId,
       phase,
       page: shownPage,
-      x: Math.floor((event.clientX - view.left) / view.scale),
-      y: Math.floor((event.clientY - view.top) / view.scale),
+      x: Math.floor(point.x),
+      y: Math.floor(point.y),
     }));
   }
 
+  function within(r, point) {
+    return point.x >= r.left && point.x < r.right && point.y >= r.top && point.y < r.bottom;
+  }
+
   function tabAt(event) {
-    const x = (event.clientX - view.left) / view.scale;
-    const y = (event.clientY - view.top) / view.scale;
-    return tabRects().findIndex((tab) =>
-      x >= tab.left && x < tab.right && y >= tab.top && y < tab.bottom);
+    const point = layoutPoint(event);
+    return tabRects().findIndex((tab) => within(tab, point));
+  }
+
+  function onFullScreenButton(event) {
+    return offersFullScreen() && within(fullScreenRect(), layoutPoint(event));
+  }
+
+  // Full screen, held the layout's way where the browser allows it.
+  function goFullScreen() {
+    document.documentElement.requestFullscreen({ navigationUI: 'hide' }).then(() =>
+      screen.orientation.lock(layout.width > layout.height ? 'landscape' : 'portrait'))
+      .catch(() => {});
   }
 
   canvas.addEventListener('pointerdown', (event) => {
     event.preventDefault();
     if (event.pointerType === 'mouse' && event.button !== 0) return;
+    if (onFullScreenButton(event)) return;
     const tab = tabAt(event);
     if (tab >= 0) {
       shownPage = tab;
@@ -340,11 +437,18 @@
       send(phase, event);
     });
   }
+  // Only a click lets a page ask for full screen.
+  canvas.addEventListener('click', (event) => {
+    if (onFullScreenButton(event)) goFullScreen();
+  });
   window.addEventListener('resize', requestDraw);
   window.addEventListener('orientationchange', requestDraw);
+  document.addEventListener('fullscreenchange', requestDraw);
 
   // For a look from outside: what is drawn, where, and how fast.
-  window.vornoscPreview = { layout, view, stats, shownPage: () => shownPage };
+  window.vornoscPreview = {
+    layout, view, stats, shownPage: () => shownPage, refused: () => refused,
+  };
   connect();
   requestDraw();
 })();
