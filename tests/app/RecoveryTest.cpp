@@ -47,7 +47,7 @@ TEST_F(AppTest, AKilledApplicationsUnsavedLayoutIsOfferedOnceAtTheNextStartToReo
     const std::string live = folder / "Live.VornOsc";
     EXPECT_EQ(Frame().LayoutPath().toStdString(), live);
     QCoreApplication::processEvents();
-    EXPECT_EQ(Frame().ShownTitle(), QStringLiteral("Live* - OSC Editor"));
+    EXPECT_EQ(Frame().ShownTitle(), QStringLiteral("Live*"));
     EXPECT_EQ(ReadWholeFile(live)->find("Cutoff"), std::string::npos) << "not saved yet";
     const QString mine = RecoveryFolder(QCoreApplication::applicationPid());
     EXPECT_EQ(QDir(mine, QStringLiteral("*.VornOsc")).count(), 1) << "kept by this run now";
