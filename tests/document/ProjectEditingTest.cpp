@@ -247,7 +247,7 @@ TEST(Editing, EachEditThatChangesTheFileIsAStepThatUndoesAndRedoesExactly)
 
 // Steps of 100 moved controls each under a cap of about three: the oldest go,
 // and with them the saved state, while the newest still undo. Resized, they
-// are kept as small as moved.
+// are kept as small as moved, and a deletion as small as what it took.
 TEST(Editing, AHistoryPastItsCapForgetsItsOldestStepsAndTheSavedStateAmongThem)
 {
     OSCProject project;
@@ -282,6 +282,10 @@ TEST(Editing, AHistoryPastItsCapForgetsItsOldestStepsAndTheSavedStateAmongThem)
     EXPECT_EQ(history.UndoName(), "");
     EXPECT_FALSE(history.AtSavedState());
     EXPECT_LE(ChangeAll(&OSCControl::width).Bytes(), stepBytes) << "a resize is kept as small";
+    const LayoutSnapshot before = LayoutSnapshot::Of(project);
+    project.CurrentPage()->controls.erase(project.CurrentPage()->controls.begin());
+    EXPECT_LE(LayoutChange::Between(before, project).Bytes(), stepBytes + sizeof(OSCControl))
+        << "a deletion keeps the control it took, not those after it";
 }
 
 TEST(Editing, NumberedCopiesCountOnFromTheLastNumberOfTheirTexts)
