@@ -246,7 +246,8 @@ TEST(Editing, EachEditThatChangesTheFileIsAStepThatUndoesAndRedoesExactly)
 }
 
 // Steps of 100 moved controls each under a cap of about three: the oldest go,
-// and with them the saved state, while the newest still undo.
+// and with them the saved state, while the newest still undo. Resized, they
+// are kept as small as moved, and a deletion as small as what it took.
 TEST(Editing, AHistoryPastItsCapForgetsItsOldestStepsAndTheSavedStateAmongThem)
 {
     OSCProject project;
@@ -254,12 +255,13 @@ TEST(Editing, AHistoryPastItsCapForgetsItsOldestStepsAndTheSavedStateAmongThem)
         AddControl(*project.CurrentPage(), {{"at", {i, 0, 1, 1}}, {"selected", i % 2 == 0}});
         AddControl(*project.CurrentPage(), {{"at", {i, 100, 1, 1}}, {"type", "knob"}});
     }
-    const auto MoveAll = [&project] {
+    const auto ChangeAll = [&project](std::int16_t OSCControl::*field) {
         const LayoutSnapshot before = LayoutSnapshot::Of(project);
         for (const auto& control : project.CurrentPage()->controls)
-            control->y = static_cast<std::int16_t>(control->y + 1 + control->x % 2);
+            (*control).*field = static_cast<std::int16_t>((*control).*field + 1 + control->x % 2);
         return LayoutChange::Between(before, project);
     };
+    const auto MoveAll = [&ChangeAll] { return ChangeAll(&OSCControl::y); };
     const std::size_t stepBytes = MoveAll().Bytes();
     EditHistory history(3 * stepBytes + stepBytes / 2);
     history.MarkSaved();
@@ -279,6 +281,11 @@ TEST(Editing, AHistoryPastItsCapForgetsItsOldestStepsAndTheSavedStateAmongThem)
     EXPECT_FALSE(history.CanUndo());
     EXPECT_EQ(history.UndoName(), "");
     EXPECT_FALSE(history.AtSavedState());
+    EXPECT_LE(ChangeAll(&OSCControl::width).Bytes(), stepBytes) << "a resize is kept as small";
+    const LayoutSnapshot before = LayoutSnapshot::Of(project);
+    project.CurrentPage()->controls.erase(project.CurrentPage()->controls.begin());
+    EXPECT_LE(LayoutChange::Between(before, project).Bytes(), stepBytes + sizeof(OSCControl))
+        << "a deletion keeps the control it took, not those after it";
 }
 
 TEST(Editing, NumberedCopiesCountOnFromTheLastNumberOfTheirTexts)

@@ -32,6 +32,7 @@ OSCControl& AddControl(OSCPage& page, const json& control)
     c.selected = control.value("selected", false);
     const json host = control.value("host", json({0, 0}));
     c.deviceId = host[0], c.controlNumber = host[1];
+    c.reserved1 = control.value("reserved1", 0);
     return c;
 }
 
