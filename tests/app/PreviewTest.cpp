@@ -334,8 +334,25 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
       {"at": [100, 300, 60, 40], "type": "toggle", "color": 1, "range": [0, 1], "command": "/mute"},
       {"at": [200, 300, 60, 40], "type": "button", "range": [10, 20], "command": "/tap"},
       {"at": [300, 300, 100, 30], "type": "label", "name": "Title", "command": "/t"}])");
-    browser->Open(Serve(WriteLayout("Touch.VornOsc", controls)));
-    ASSERT_TRUE(Drawn(QStringLiteral("vornoscPreview.layout.controls[0]?.length === 6")));
+    const QString address = Serve(WriteLayout("Touch.VornOsc", controls));
+
+    // With the key, the page under a rebinding site's name is refused, and
+    // a page of another origin, localhost's, cannot open 127.0.0.1's WebSocket.
+    QUrl elsewhere(address);
+    elsewhere.setHost(u"rebound.example"_s);
+    browser->Open(elsewhere.toString());
+    EXPECT_TRUE(browser->WaitUntil(
+        u"performance.getEntriesByType('navigation')[0]?.responseStatus === 403"_s));
+    elsewhere.setHost(u"localhost"_s);
+    browser->Open(elsewhere.toString());
+    EXPECT_TRUE(Drawn(u"location.hostname === 'localhost'"_s));
+    EXPECT_TRUE(browser->WaitUntil(
+        uR"((window.socket ??= new WebSocket('%1')).readyState === WebSocket.CLOSED)"_s.arg(
+            SocketUrl().toString())));
+
+    browser->Open(address);
+    ASSERT_TRUE(Drawn(QStringLiteral(
+        "location.hostname === '127.0.0.1' && vornoscPreview.layout.controls[0]?.length === 6")));
 
     // Taps, a drag, and two faders moved at once by two fingers, each value
     // at the control's own address, in order.
