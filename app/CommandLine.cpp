@@ -83,6 +83,7 @@ int RunCommandLine(int argc, const char* const argv[])
         }
         return command.run(arguments);
     }
-    std::fprintf(stderr, "vornosc: unknown command \"%s\"\n%s", args[0].c_str(), Usage().c_str());
+    const char* what = args[0].starts_with('-') ? "option" : "command";
+    std::fprintf(stderr, "vornosc: unknown %s \"%s\"\n%s", what, args[0].c_str(), Usage().c_str());
     return kExitUsage;
 }

@@ -6,34 +6,7 @@
 #include "formats/ImportReport.h"
 #include "formats/LayoutFormats.h"
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
-
-namespace {
-
-bool ReadWholeFile(const std::string& path, std::string& bytes, std::string& error)
-{
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (file == nullptr) {
-        error = std::string("cannot read: ") + std::strerror(errno);
-        return false;
-    }
-    char buffer[65536];
-    std::size_t count = 0;
-    while ((count = std::fread(buffer, 1, sizeof buffer, file)) > 0)
-        bytes.append(buffer, count);
-    const bool failed = std::ferror(file) != 0;
-    const int savedErrno = errno;
-    std::fclose(file);
-    if (failed) {
-        error = std::string("cannot read: ") + std::strerror(savedErrno);
-        return false;
-    }
-    return true;
-}
-
-}  // namespace
 
 int Failure(const std::string& file, const std::string& what)
 {
@@ -44,10 +17,9 @@ int Failure(const std::string& file, const std::string& what)
 int LoadLayout(const std::string& path, const LayoutFormat& format,
                const CommandArguments& arguments, OSCProject& project, CommandLineHost& host)
 {
-    std::string bytes;
     std::string error;
     ImportReport report;
-    if (!ReadWholeFile(path, bytes, error) || !format.read(bytes, project, host, report, error))
+    if (!ReadLayoutAt(format, path, project, host, report, error))
         return Failure(path, error);
     // What an import left out or changed is told, but the layout is made.
     for (const std::string& line : report.Lines())

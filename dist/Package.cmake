@@ -7,7 +7,7 @@ set(CPACK_PACKAGE_NAME vornosc)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-set(CPACK_PACKAGE_CONTACT "The vornosc developers <developers@vornosc.org>")
+set(CPACK_PACKAGE_CONTACT ${VORNOSC_MAINTAINER})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "editor for OSC control-surface layouts")
 set(CPACK_PACKAGE_DESCRIPTION [[
 Musicians and installers design pages of labels, faders, knobs, toggles and
@@ -23,6 +23,6 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS qt6-qpa-plugins)
 # The canvas names these faces; others draw with other widths.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS fonts-liberation2)
-# Debian keeps manual pages compressed.
-set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/CompressManual.cmake)
+# The manual page compressed and the binaries trimmed, as Debian keeps them.
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/DebianFiles.cmake)
 include(CPack)

@@ -10,7 +10,30 @@
 #include <filesystem>
 #include <utility>
 
-TemporaryOutput::TemporaryOutput(std::string target) : target_(std::move(target)) {}
+namespace {
+
+// Enough for any chain of links a user makes, and an end to a loop of them.
+constexpr int kMostLinksFollowed = 40;
+
+// The file that path names once its links are followed; a link that names no
+// file yet names the file to make.
+std::string FileNamedBy(std::string path)
+{
+    namespace fs = std::filesystem;
+    std::error_code unreadable;
+    for (int links = 0; links < kMostLinksFollowed && fs::is_symlink(path, unreadable); ++links) {
+        const fs::path named = fs::read_symlink(path, unreadable);
+        if (unreadable)
+            break;
+        path =
+            named.is_absolute() ? named.string() : (fs::path(path).parent_path() / named).string();
+    }
+    return path;
+}
+
+}  // namespace
+
+TemporaryOutput::TemporaryOutput(std::string target) : target_(FileNamedBy(std::move(target))) {}
 
 TemporaryOutput::~TemporaryOutput()
 {
@@ -43,6 +66,11 @@ bool TemporaryOutput::Create(std::string& error)
 
 bool TemporaryOutput::Commit(std::string& error)
 {
+    // A file the user made private, or shared with a group, stays so.
+    namespace fs = std::filesystem;
+    std::error_code unreadable;
+    if (const fs::file_status old = fs::status(target_, unreadable); fs::exists(old))
+        fs::permissions(path_, old.permissions(), unreadable);
     if (std::rename(path_.c_str(), target_.c_str()) != 0) {
         error = std::string("cannot replace the file: ") + std::strerror(errno);
         return false;
@@ -53,16 +81,7 @@ bool TemporaryOutput::Commit(std::string& error)
 
 bool ReplaceFile(const std::string& path, std::string_view bytes, std::string& error)
 {
-    namespace fs = std::filesystem;
-    // A link is written through: the file it names is replaced, not the link.
-    std::error_code unreadable;
-    std::string target = path;
-    if (fs::is_symlink(path, unreadable)) {
-        const fs::path named = fs::canonical(path, unreadable);
-        if (!unreadable)
-            target = named.string();
-    }
-    TemporaryOutput output(target);
+    TemporaryOutput output(path);
     if (!output.Create(error))
         return false;
     std::FILE* file = std::fopen(output.Path().c_str(), "wb");
@@ -73,8 +92,5 @@ bool ReplaceFile(const std::string& path, std::string_view bytes, std::string& e
         error = std::string("cannot write: ") + std::strerror(written ? errno : writeError);
         return false;
     }
-    // A file the user kept private stays so.
-    if (const fs::file_status old = fs::status(target, unreadable); fs::exists(old))
-        fs::permissions(output.Path(), old.permissions(), unreadable);
     return output.Commit(error);
 }

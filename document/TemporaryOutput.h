@@ -7,7 +7,9 @@
 // in target's folder, so that the final rename never crosses file systems, and
 // keeps target's extension, for writers that look at it. Until Commit it is
 // removed on destruction: a failed write leaves no file behind, and an
-// existing target untouched.
+// existing target untouched. A target that is a symbolic link is written
+// through: the file it names is replaced and the link kept. A file replaced
+// keeps its permissions.
 class TemporaryOutput {
 public:
     explicit TemporaryOutput(std::string target);
@@ -27,7 +29,6 @@ private:
     bool committed_ = false;
 };
 
-// Writes bytes in place of the file at path through a TemporaryOutput, keeping
-// its permissions and any link to it; false with a reason in error. Paths are
-// bytes, whatever their encoding.
+// Writes bytes in place of the file at path through a TemporaryOutput; false
+// with a reason in error. Paths are bytes, whatever their encoding.
 bool ReplaceFile(const std::string& path, std::string_view bytes, std::string& error);

@@ -3,8 +3,6 @@
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 
-#include <string_view>
-
 // The target screen as the exporters read it. A device or orientation byte
 // outside 0..1 can only come from a damaged layout file; it is clamped to the
 // nearest valid value, 1, so that the tables indexed by it are never read past
@@ -17,10 +15,4 @@ inline int ExportDevice(const OSCProject& project)
 inline int ExportOrientation(const OSCProject& project)
 {
     return project.orientation < kOrientationCount ? project.orientation : kOrientationCount - 1;
-}
-
-// "%.*s" takes its length as int; texts come from 256-byte fields.
-inline int PrintLength(std::string_view text)
-{
-    return static_cast<int>(text.size());
 }

@@ -12,9 +12,20 @@ ImportReport::Tally& ImportReport::Find(std::vector<Tally>& tallies, std::string
     return tallies.emplace_back(Tally{std::string(singular), std::string(plural)});
 }
 
+std::string ImportReport::Counted(const Tally& tally)
+{
+    return std::to_string(tally.count) + " " + (tally.count == 1 ? tally.singular : tally.plural);
+}
+
 void ImportReport::LeaveOut(std::string_view kind)
 {
     ++Find(leftOut_, kind, kind).count;
+}
+
+void ImportReport::LeaveOut(std::string_view singular, std::string_view plural, long long more)
+{
+    if (more > 0)
+        Find(leftOut_, singular, plural).count += more;
 }
 
 void ImportReport::Count(std::string_view singular, std::string_view plural, long long more)
@@ -34,13 +45,11 @@ std::vector<std::string> ImportReport::Lines() const
     if (!leftOut_.empty()) {
         std::string line = "left out";
         for (std::size_t i = 0; i < leftOut_.size(); ++i)
-            line += (i == 0 ? " " : ", ") + std::to_string(leftOut_[i].count) + " " +
-                    leftOut_[i].singular;
+            line += (i == 0 ? " " : ", ") + Counted(leftOut_[i]);
         lines.push_back(line);
     }
     for (const Tally& tally : counts_)
-        lines.push_back(std::to_string(tally.count) + " " +
-                        (tally.count == 1 ? tally.singular : tally.plural));
+        lines.push_back(Counted(tally));
     lines.insert(lines.end(), notes_.begin(), notes_.end());
     return lines;
 }

@@ -10,6 +10,8 @@ class ImportReport {
 public:
     // One object of a kind the editor has no place for, named as the file names it.
     void LeaveOut(std::string_view kind);
+    // More of something left out, as in "1357 hidden controls"; none adds nothing.
+    void LeaveOut(std::string_view singular, std::string_view plural, long long more);
     // More of something counted, as in "3 MIDI settings not kept"; none adds no line.
     void Count(std::string_view singular, std::string_view plural, long long more = 1);
     // A change told once, as it stands.
@@ -27,6 +29,8 @@ private:
     };
     static Tally& Find(std::vector<Tally>& tallies, std::string_view singular,
                        std::string_view plural);
+    // "3 MIDI settings not kept"
+    static std::string Counted(const Tally& tally);
 
     std::vector<Tally> leftOut_;
     std::vector<Tally> counts_;

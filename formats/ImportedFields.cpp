@@ -5,6 +5,7 @@
 #include "document/OSCControl.h"
 #include "document/TextField.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -12,6 +13,18 @@
 #include <string>
 
 namespace {
+
+// The colour indexes by name, as ColorTypes lists them.
+enum NamedColor : std::uint8_t {
+    kRed = 0,
+    kGreen = 1,
+    kBlue = 2,
+    kYellow = 3,
+    kPurple = 4,
+    kOrange = 6,
+    kBrown = 7,
+    kPink = 8,
+};
 
 template <typename Number>
 Number Clamped(double value, ImportReport& report)
@@ -62,6 +75,13 @@ void SetImportedAddress(OSCControl& control, std::string_view address, ImportRep
 
 double NumberIn(std::string_view text)
 {
+    // Plain decimals, as nearly all are, are read without a copy; whatever
+    // from_chars does not take whole (signs, spaces, hexadecimal) strtod reads.
+    double number = 0;
+    const char* const last = text.data() + text.size();
+    if (const auto [stop, error] = std::from_chars(text.data(), last, number);
+        error == std::errc() && stop == last && !text.empty())
+        return number;
     const std::string terminated(text);
     char* end = nullptr;
     const double value = std::strtod(terminated.c_str(), &end);
@@ -78,20 +98,32 @@ std::int32_t ImportedLong(double value, ImportReport& report)
     return Clamped<std::int32_t>(value, report);
 }
 
-std::uint8_t NearestColor(double red, double green, double blue)
+std::uint8_t ColorByHue(double red, double green, double blue)
 {
-    std::uint8_t nearest = 0;
-    double best = std::numeric_limits<double>::infinity();
-    for (int i = 0; i < kNamedColorCount; ++i) {
-        const std::uint32_t word = Colors[i];
-        const double dr = red - static_cast<double>(word & 0xFF);
-        const double dg = green - static_cast<double>((word >> 8) & 0xFF);
-        const double db = blue - static_cast<double>((word >> 16) & 0xFF);
-        const double distance = dr * dr + dg * dg + db * db;
-        if (distance < best) {
-            best = distance;
-            nearest = static_cast<std::uint8_t>(i);
-        }
+    const auto channel = [](double value) {
+        return std::isnan(value) ? 0.0 : std::clamp(value, 0.0, 255.0);
+    };
+    const double r = channel(red), g = channel(green), b = channel(blue);
+    const double high = std::max({r, g, b});
+    const double spread = high - std::min({r, g, b});
+    const double brightness = high / 255;
+    if (brightness < 0.12 || spread < 0.2 * high)
+        return kGray;
+    double hue = high == r   ? 60 * (g - b) / spread
+                 : high == g ? 120 + 60 * (b - r) / spread
+                             : 240 + 60 * (r - g) / spread;
+    if (hue < 0)
+        hue += 360;
+    // Each band holds the hues below its bound; the last is red again.
+    struct Band {
+        double below;
+        NamedColor color;
+    };
+    constexpr Band kBands[] = {{15, kRed},   {45, kOrange},  {75, kYellow}, {165, kGreen},
+                               {265, kBlue}, {315, kPurple}, {345, kPink},  {360, kRed}};
+    for (const Band& band : kBands) {
+        if (hue < band.below)
+            return band.color == kOrange && brightness < 0.6 ? kBrown : band.color;
     }
-    return nearest;
+    return kRed;
 }

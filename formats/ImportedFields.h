@@ -19,5 +19,7 @@ double NumberIn(std::string_view text);
 std::int16_t ImportedShort(double value, ImportReport& report);
 std::int32_t ImportedLong(double value, ImportReport& report);
 
-// The index of the named colour nearest to red, green and blue (0..255 each).
-std::uint8_t NearestColor(double red, double green, double blue);
+// The named colour that red, green and blue (0..255 each) look like: gray when
+// nearly colourless or nearly black, otherwise the colour of its hue, so that a
+// dark red stays red and a navy blue.
+std::uint8_t ColorByHue(double red, double green, double blue);

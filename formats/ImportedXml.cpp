@@ -29,19 +29,32 @@ bool NestsDeeperThan(pugi::xml_document& document, int limit)
 
 }  // namespace
 
-bool ParseImportedXml(std::string& xml, pugi::xml_document& document, const std::string& what,
-                      const ImportLimits& limits, std::string& error)
+bool ParseXml(std::string& xml, pugi::xml_document& document, const std::string& what,
+              std::string& error, unsigned options)
 {
     // In place: the text is not copied a second time.
-    const pugi::xml_parse_result result = document.load_buffer_inplace(
-        xml.data(), xml.size(), pugi::parse_default, pugi::encoding_utf8);
+    const pugi::xml_parse_result result =
+        document.load_buffer_inplace(xml.data(), xml.size(), options, pugi::encoding_utf8);
     if (!result) {
         error = what + " is not well-formed XML: " + result.description() + " at byte " +
                 std::to_string(result.offset);
         return false;
     }
+    return true;
+}
+
+std::string TooDeep(const std::string& what, const ImportLimits& limits)
+{
+    return what + " nests elements deeper than " + std::to_string(limits.maxDepth) + " levels";
+}
+
+bool ParseImportedXml(std::string& xml, pugi::xml_document& document, const std::string& what,
+                      const ImportLimits& limits, std::string& error)
+{
+    if (!ParseXml(xml, document, what, error, pugi::parse_default))
+        return false;
     if (NestsDeeperThan(document, limits.maxDepth)) {
-        error = what + " nests elements deeper than " + std::to_string(limits.maxDepth) + " levels";
+        error = TooDeep(what, limits);
         return false;
     }
     return true;

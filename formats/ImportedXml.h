@@ -12,6 +12,14 @@
 bool ParseImportedXml(std::string& xml, pugi::xml_document& document, const std::string& what,
                       const ImportLimits& limits, std::string& error);
 
+// The same without the check of nesting, for a reader that walks only some
+// elements and checks how deep those sit as it walks them.
+bool ParseXml(std::string& xml, pugi::xml_document& document, const std::string& what,
+              std::string& error, unsigned options);
+
+// "... nests elements deeper than 64 levels", of what.
+std::string TooDeep(const std::string& what, const ImportLimits& limits);
+
 // The attribute's text; "" when it is missing.
 inline std::string_view AttributeText(const pugi::xml_node& node, const char* name)
 {

@@ -9,9 +9,13 @@
 #include "formats/tosc/ToscImport.h"
 #include "formats/touchosc/TouchOSCImport.h"
 
+#include <sys/stat.h>
+
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <new>
 #include <vector>
 
 namespace {
@@ -127,7 +131,58 @@ std::string Extensions(Wanted wanted)
     return list;
 }
 
+// The file's bytes, refused once they pass maxBytes; a regular file is
+// refused from its size alone, before anything is read.
+bool ReadBytes(const std::string& path, std::string& bytes, std::size_t maxBytes,
+               std::string& error)
+{
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    if (file == nullptr) {
+        error = std::string("cannot read: ") + std::strerror(errno);
+        return false;
+    }
+    const std::string tooLarge = "the file is larger than " + SizeText(maxBytes);
+    struct stat status {};
+    if (::fstat(::fileno(file), &status) == 0 && S_ISREG(status.st_mode)) {
+        if (static_cast<std::uintmax_t>(status.st_size) > maxBytes) {
+            std::fclose(file);
+            error = tooLarge;
+            return false;
+        }
+        bytes.reserve(static_cast<std::size_t>(status.st_size));
+    }
+    char buffer[65536];
+    std::size_t count = 0;
+    bool fits = true;
+    while (fits && (count = std::fread(buffer, 1, sizeof buffer, file)) > 0) {
+        fits = bytes.size() + count <= maxBytes;
+        if (fits)
+            bytes.append(buffer, count);
+    }
+    const bool failed = std::ferror(file) != 0;
+    const int savedErrno = errno;
+    std::fclose(file);
+    if (!fits)
+        error = tooLarge;
+    else if (failed)
+        error = std::string("cannot read: ") + std::strerror(savedErrno);
+    return fits && !failed;
+}
+
 }  // namespace
+
+bool ReadLayoutAt(const LayoutFormat& format, const std::string& path, OSCProject& project,
+                  FormatHost& host, ImportReport& report, std::string& error, std::size_t maxBytes)
+{
+    try {
+        std::string bytes;
+        return ReadBytes(path, bytes, maxBytes, error) &&
+               format.read(bytes, project, host, report, error);
+    } catch (const std::bad_alloc&) {
+        error = "there is not enough memory to read it";
+        return false;
+    }
+}
 
 std::span<const LayoutFormat> LayoutFormats()
 {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "ImportLimits.h"
+
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -7,6 +10,9 @@
 class FormatHost;
 class ImportReport;
 class OSCProject;
+
+// No layout file of any format is larger than the XML a reader takes.
+constexpr std::size_t kMaxLayoutFileBytes = ImportLimits{}.maxXmlBytes;
 
 // The layout formats, told apart by the file's extension: the one place that
 // knows them all and what each can read and write.
@@ -22,6 +28,13 @@ struct LayoutFormat {
     bool (*write)(OSCProject& project, FormatHost& host, const std::string& path,
                   std::string& error);
 };
+
+// Reads the file at path as format. A file larger than maxBytes is refused
+// from its size before any of it is read, and one that needs more memory than
+// there is is refused as well; false with one line in error then.
+bool ReadLayoutAt(const LayoutFormat& format, const std::string& path, OSCProject& project,
+                  FormatHost& host, ImportReport& report, std::string& error,
+                  std::size_t maxBytes = kMaxLayoutFileBytes);
 
 // Every format, in the order the command line lists them.
 std::span<const LayoutFormat> LayoutFormats();

@@ -12,6 +12,7 @@
 #include <QIcon>
 #include <QSettings>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -59,7 +60,37 @@ struct DesktopArguments {
     std::string insert;
     bool help = false;
     bool version = false;
+    // The values read, each set when its option was given.
+    std::optional<OscTarget> target;
+    std::optional<OscInput> input;
+    std::optional<PreviewPlace> previewPlace;
 };
+
+// Reads an option's value, so that a bad one stops the start before any
+// window opens; false with what is wrong in fault.
+bool ReadOptionValue(const std::string& option, const std::string& value,
+                     DesktopArguments& arguments, std::string& fault)
+{
+    if (option == "--osc-target")
+        return (arguments.target = ParseOscTarget(value, fault)).has_value();
+    if (option == "--osc-listen")
+        return (arguments.input = ParseOscListen(value, fault)).has_value();
+    if (option == "--preview")
+        return (arguments.previewPlace = ParsePreviewPlace(value, fault)).has_value();
+    // What the parameter file holds is checked, and told, in the editor.
+    std::error_code ignored;
+    if (std::filesystem::is_directory(value, ignored)) {
+        fault = std::strerror(EISDIR);
+        return false;
+    }
+    std::FILE* file = std::fopen(value.c_str(), "rb");
+    if (file == nullptr) {
+        fault = std::strerror(errno);
+        return false;
+    }
+    std::fclose(file);
+    return true;
+}
 
 bool ParseDesktopArguments(int argc, char* argv[], DesktopArguments& arguments, std::string& error)
 {
@@ -78,10 +109,16 @@ bool ParseDesktopArguments(int argc, char* argv[], DesktopArguments& arguments, 
                                                 : "--osc-target needs HOST:PORT";
                 return false;
             }
+            const std::string value = argv[++i];
+            std::string fault;
+            if (!ReadOptionValue(arg, value, arguments, fault)) {
+                error = arg + " " + value + ": " + fault;
+                return false;
+            }
             (arg == "--insert"       ? arguments.insert
              : arg == "--osc-listen" ? arguments.oscListen
              : arg == "--preview"    ? arguments.preview
-                                     : arguments.oscTarget) = argv[++i];
+                                     : arguments.oscTarget) = value;
         } else if (arg.rfind("--", 0) == 0) {
             error = "unknown option \"" + arg + "\"";
             return false;
@@ -128,11 +165,6 @@ int RunDesktop(int argc, char* argv[])
         std::fputs(arguments.help ? kDesktopHelp : VersionLine().c_str(), stdout);
         return 0;
     }
-    std::optional<OscTarget> target;
-    if (!arguments.oscTarget.empty() && !(target = ParseOscTarget(arguments.oscTarget, error))) {
-        std::fprintf(stderr, "vornosc: %s\n", error.c_str());
-        return kExitUsage;
-    }
     if (!HasDisplay()) {
         std::fputs(
             "vornosc: there is no display to open the editor on (DISPLAY is not set); "
@@ -154,14 +186,11 @@ int RunDesktop(int argc, char* argv[])
         return kExitCannotStart;
     }
     QSettings settings;
-    MainWindow window(module, target ? *target : LoadOscTarget(settings));
+    MainWindow window(module, arguments.target.value_or(LoadOscTarget(settings)));
     window.show();
     // A listening port that cannot be had is said, and the editor goes on without input.
-    std::optional<OscInput> input = LoadOscInput(settings);
-    if (!arguments.oscListen.empty())
-        input = ParseOscListen(arguments.oscListen, error);
-    QString refusal = QString::fromStdString(error);
-    if (!input || !window.ListenFor(*input, refusal)) {
+    QString refusal;
+    if (!window.ListenFor(arguments.input.value_or(LoadOscInput(settings)), refusal)) {
         const std::string place = arguments.oscListen.empty()
                                       ? "Settings > OSC Input"
                                       : "--osc-listen " + arguments.oscListen;
@@ -170,12 +199,9 @@ int RunDesktop(int argc, char* argv[])
         window.SayInputRefused(refusal);
     }
     // So is a preview that cannot be served.
-    error.clear();
-    std::optional<PreviewPlace> preview = LoadPreviewPlace(settings);
-    if (!arguments.preview.empty())
-        preview = ParsePreviewPlace(arguments.preview, error);
-    refusal = QString::fromStdString(error);
-    if (!preview || !window.ServePreview(*preview, refusal)) {
+    refusal.clear();
+    if (!window.ServePreview(arguments.previewPlace.value_or(LoadPreviewPlace(settings)),
+                             refusal)) {
         const std::string place = arguments.preview.empty() ? "Settings > Phone Preview"
                                                             : "--preview " + arguments.preview;
         std::fprintf(stderr, "vornosc: %s: %s\n", place.c_str(), refusal.toUtf8().constData());

@@ -12,16 +12,11 @@
 namespace {
 
 const QString kNeverSaved = QStringLiteral("New");
-const QString kTitleSuffix = QStringLiteral(" - OSC Editor");
+// The editor titles a layout "Show - OSC Editor"; inside the application's
+// window, whose title names the program, the layout's name says enough.
+const QString kEditorTitleSuffix = QStringLiteral(" - OSC Editor");
 // Where Qt puts the "*" of a window with unsaved changes.
 const QString kModifiedMark = QStringLiteral("[*]");
-
-// "Show - OSC Editor" with mark after the layout's name: "Show* - OSC Editor".
-QString MarkedTitle(const QString& title, const QString& mark)
-{
-    const qsizetype suffix = title.lastIndexOf(kTitleSuffix);
-    return suffix < 0 ? title + mark : QString(title).insert(suffix, mark);
-}
 
 }  // namespace
 
@@ -56,7 +51,7 @@ QString EditorFrame::LayoutPath() const
 
 QString EditorFrame::ShownTitle() const
 {
-    return MarkedTitle(title_, isWindowModified() ? QStringLiteral("*") : QString());
+    return isWindowModified() ? title_ + QStringLiteral("*") : title_;
 }
 
 bool EditorFrame::IsNeverSaved() const
@@ -152,10 +147,12 @@ bool EditorFrame::event(QEvent* event)
         setWidget(qobject_cast<QWidget*>(reinterpret_cast<QObject*>(message->lParam)));
     } else if (message->Message() == WM_OSC_SETTITLE && message->lParam != 0) {
         title_ = QString::fromUtf8(reinterpret_cast<const char*>(message->lParam));
+        if (title_.endsWith(kEditorTitleSuffix))
+            title_.chop(kEditorTitleSuffix.size());
         // Qt shows its mark, "[*]", as "*" while the window is modified; a
         // name's own "[*]" is doubled to show as it is.
-        setWindowTitle(MarkedTitle(
-            QString(title_).replace(kModifiedMark, kModifiedMark + kModifiedMark), kModifiedMark));
+        setWindowTitle(QString(title_).replace(kModifiedMark, kModifiedMark + kModifiedMark) +
+                       kModifiedMark);
     }
     // Message 204 comes from a module about to destroy a frame it could not
     // use; the frame has nothing of its own to let go of.

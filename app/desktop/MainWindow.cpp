@@ -86,7 +86,7 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
       area_(new EditorArea(host_, this)),
       monitor_(new OscMonitor)
 {
-    setWindowTitle(QStringLiteral("vornosc"));
+    setWindowTitle(QStringLiteral("VornOSC"));
     area_->setViewMode(QMdiArea::SubWindowView);
     area_->onModuleMenu = [this](QMenu* menu) { AdoptModuleMenu(menu); };
     area_->onFrame = [this](EditorFrame* frame) { AdoptFrame(frame); };
@@ -142,7 +142,7 @@ MainWindow::~MainWindow()
 QString MainWindow::AboutText()
 {
     return QStringLiteral(
-               "vornosc %1\nAn editor for OSC control-surface layouts.\n\n"
+               "VornOSC %1\nAn editor for OSC control-surface layouts.\n\n"
                "Qt %2, libzip %3, liblo %4")
         .arg(QStringLiteral(VORNOSC_VERSION), QString::fromLatin1(qVersion()),
              QString::fromLatin1(zip_libzip_version()),
@@ -211,8 +211,8 @@ void MainWindow::BuildMenus()
             [this, newKey] { newKey->setEnabled(preview_->IsServing()); });
 
     helpMenu_ = menuBar()->addMenu(QStringLiteral("&Help"));
-    helpMenu_->addAction(QStringLiteral("&About vornosc"), this, [this] {
-        QMessageBox::about(this, QStringLiteral("About vornosc"), AboutText());
+    helpMenu_->addAction(QStringLiteral("&About VornOSC"), this, [this] {
+        QMessageBox::about(this, QStringLiteral("About VornOSC"), AboutText());
     });
     connect(helpMenu_, &QMenu::aboutToShow, this, [this] { UpdateMenu(helpMenu_); });
 }

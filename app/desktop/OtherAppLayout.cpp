@@ -40,17 +40,10 @@ QString OpenDialogFilter()
 std::optional<BroughtIn> BringIn(const QString& path, const LayoutFormat& format,
                                  const QString& copy, std::string& error)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = "there is no such file, or it cannot be read";
-        return std::nullopt;
-    }
-    const QByteArray bytes = file.readAll();
     CommandLineHost host;
     OSCProject project;
     ImportReport report;
-    if (!format.read(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())),
-                     project, host, report, error))
+    if (!ReadLayoutAt(format, QFile::encodeName(path).toStdString(), project, host, report, error))
         return std::nullopt;
     const LayoutFormat* own = FindLayoutFormat(".VornOsc");
     if (!own->write(project, host, QFile::encodeName(copy).toStdString(), error))

@@ -3,6 +3,7 @@
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 #include "document/TextField.h"
+#include "formats/EscapedAttribute.h"
 #include "formats/ExportTarget.h"
 #include "host/Toolkit.h"
 
@@ -23,22 +24,24 @@ constexpr LemurScreen kLemurScreens[kDeviceCount] = {{480, 276}, {1024, 724}};
 constexpr const char* kDefaultNames[kControlTypeCount] = {"text", "Fader", "Knob", "Toggle",
                                                           "Button"};
 
-int ColorValue(std::uint8_t color)
+// Lemur reads a colour as 0xRRGGBB: the editor's word (red in the low byte)
+// with red and blue swapped.
+int LemurColor(std::uint8_t color)
 {
-    return static_cast<int>(ColorOf(color));
+    const std::uint32_t word = ColorOf(color);
+    return static_cast<int>((word & 0xFF) << 16 | (word & 0xFF00) | (word >> 16 & 0xFF));
 }
 
-void WriteXParameter(std::FILE* out, const char* value, std::string_view address, float low,
+void WriteXParameter(std::FILE* out, const char* value, const std::string& address, float low,
                      float high)
 {
     std::fprintf(out,
                  "\t<PARAM name=\"x=\" value=\"%s\" send=\"29\" osc_target=\"0\" "
-                 "osc_trigger=\"1\" osc_message=\"%.*s\" midi_target=\"-1\" midi_trigger=\"1\" "
+                 "osc_trigger=\"1\" osc_message=\"%s\" midi_target=\"-1\" midi_trigger=\"1\" "
                  "midi_message=\"0x90,0x90,0,0\" midi_scale=\"0,16383\" osc_scale=\"%.6f,%.6f\" "
                  "kbmouse_target=\"-1\" kbmouse_trigger=\"1\" kbmouse_message=\"0,0,0\" "
                  "kbmouse_scale=\"0,1,0,1\"/> \n",
-                 value, PrintLength(address), address.data(), static_cast<double>(low),
-                 static_cast<double>(high));
+                 value, address.c_str(), static_cast<double>(low), static_cast<double>(high));
 }
 
 void WriteFaderZParameter(std::FILE* out)
@@ -95,11 +98,11 @@ void OSCControl::ExportForLemur(std::FILE* out)
     if (name[0] == '\0')
         CopyTextField(name, kDefaultNames[type]);
 
-    const std::string_view text = TextOf(name);
-    const int length = PrintLength(text);
+    const std::string escaped = EscapedAttribute(TextOf(name));
+    const char* const text = escaped.c_str();
     const int top = y - kTitleBandHeight;
-    const int color = ColorValue(this->color);
-    const std::string_view address = TextOf(command);
+    const int color = LemurColor(this->color);
+    const std::string address = EscapedAttribute(TextOf(command));
     const float low = static_cast<float>(minValue);
     const float high = static_cast<float>(maxValue);
 
@@ -108,22 +111,22 @@ void OSCControl::ExportForLemur(std::FILE* out)
     switch (type) {
         case kLabel:
             std::fprintf(out,
-                         "\t<WINDOW class=\"Text\" text=\"%.*s\" x=\"%d\" y=\"%d\" width=\"%d\" "
+                         "\t<WINDOW class=\"Text\" text=\"%s\" x=\"%d\" y=\"%d\" width=\"%d\" "
                          "height=\"%d\" id=\"5\" state=\"241\" group=\"0\" font=\"tahoma,12,0\" "
                          "send=\"1\" osc_target=\"-2\" midi_target=\"-2\" kbmouse_target=\"-2\" "
-                         "color=\"%d\" content=\"%.*s\">\n",
-                         length, text.data(), x, top, width, height, color, length, text.data());
+                         "color=\"%d\" content=\"%s\">\n",
+                         text, x, top, width, height, color, text);
             WriteVariable(out, "light=0", "/Text/light");
             break;
         case kFader:
             std::fprintf(out,
-                         "\t<WINDOW class=\"Fader\" text=\"%.*s\" x=\"%d\" y=\"%d\" width=\"%d\" "
+                         "\t<WINDOW class=\"Fader\" text=\"%s\" x=\"%d\" y=\"%d\" width=\"%d\" "
                          "height=\"%d\" id=\"6\" state=\"1\" group=\"0\" font=\"tahoma,10,0\" "
                          "send=\"1\" osc_target=\"-2\" midi_target=\"-2\" kbmouse_target=\"-2\" "
                          "capture=\"1\" color=\"%d\" cursor=\"0\" grid=\"0\" grid_steps=\"1\" "
                          "label=\"0\" physic=\"1\" precision=\"3\" unit=\"\" value=\"0\" "
                          "zoom=\"0.000000\"> \n",
-                         length, text.data(), x, top, width, height, color);
+                         text, x, top, width, height, color);
             WriteXParameter(out, "0.000000", address, low, high);
             WriteFaderZParameter(out);
             WriteMotionVariables(out, kFaderMotion);
@@ -131,38 +134,36 @@ void OSCControl::ExportForLemur(std::FILE* out)
         case kKnob:
             std::fprintf(
                 out,
-                "\t<WINDOW class=\"Knob\" text=\"%.*s\" x=\"%d\" y=\"%d\" width=\"%d\" "
+                "\t<WINDOW class=\"Knob\" text=\"%s\" x=\"%d\" y=\"%d\" width=\"%d\" "
                 "height=\"%d\" id=\"2\" state=\"1\" group=\"0\" font=\"tahoma,10,0\" "
                 "send=\"1\" osc_target=\"-2\" midi_target=\"-2\" kbmouse_target=\"-2\" "
                 "color=\"%d,8328968\" cursor=\"0\" grid=\"0\" grid_steps=\"1\" label=\"0\" "
                 "mode=\"1\" physic=\"1\" precision=\"3\" type=\"0\" unit=\"\" "
                 "value=\"0\"> \n",
-                length, text.data(), x, top, width, height, color);
+                text, x, top, width, height, color);
             WriteXParameter(out, "0.700000", address, low, high);
             WriteMotionVariables(out, kKnobMotion);
             break;
         case kToggle:
-            std::fprintf(
-                out,
-                "\t<WINDOW class=\"Switches\" text=\"%.*s\" x=\"%d\" y=\"%d\" width=\"%d\" "
-                "height=\"%d\" id=\"3\" state=\"1\" group=\"0\" font=\"tahoma,10,0\" "
-                "send=\"1\" osc_target=\"-2\" midi_target=\"-2\" kbmouse_target=\"-2\" "
-                "capture=\"1\" color=\"%d,8328968\" column=\"1\" label=\"0\" "
-                "multicolor=\"0\" multilabel=\"0\" paint=\"0\" radio=\"0\" row=\"1\"> \n",
-                length, text.data(), x, top, width, height, color);
+            std::fprintf(out,
+                         "\t<WINDOW class=\"Switches\" text=\"%s\" x=\"%d\" y=\"%d\" width=\"%d\" "
+                         "height=\"%d\" id=\"3\" state=\"1\" group=\"0\" font=\"tahoma,10,0\" "
+                         "send=\"1\" osc_target=\"-2\" midi_target=\"-2\" kbmouse_target=\"-2\" "
+                         "capture=\"1\" color=\"%d,8328968\" column=\"1\" label=\"0\" "
+                         "multicolor=\"0\" multilabel=\"0\" paint=\"0\" radio=\"0\" row=\"1\"> \n",
+                         text, x, top, width, height, color);
             WriteXParameter(out, "0.000000", address, low, high);
             WriteVariable(out, "light=0", "/Switches/light");
             break;
         case kPushButton:
             std::fprintf(out,
-                         "\t<WINDOW class=\"CustomButton\" text=\"%.*s\" x=\"%d\" y=\"%d\" "
+                         "\t<WINDOW class=\"CustomButton\" text=\"%s\" x=\"%d\" y=\"%d\" "
                          "width=\"%d\" height=\"%d\" id=\"4\" state=\"241\" group=\"0\" "
                          "font=\"tahoma,12,0\" send=\"1\" osc_target=\"-2\" midi_target=\"-2\" "
                          "kbmouse_target=\"-2\" behavior=\"0\" bitmap=\"0,0\" capture=\"1\" "
-                         "color=\"%d,8328968\" label_off=\"%.*s\" label_on=\"%.*s\" "
+                         "color=\"%d,8328968\" label_off=\"%s\" label_on=\"%s\" "
                          "outline=\"1\"> \n",
-                         length, text.data(), x, top, width, height, color, length, text.data(),
-                         length, text.data());
+                         text, x, top, width, height, color, text, text);
             WriteXParameter(out, "0.000000", address, low, high);
             WriteVariable(out, "light=0", "/CustomButton/light");
             break;
@@ -172,10 +173,11 @@ void OSCControl::ExportForLemur(std::FILE* out)
     std::fputs("\t</WINDOW>\n\n", out);
 }
 
+// Back-most first: the app draws each control over those before it.
 void OSCPage::ExportLemurControls(std::FILE* out)
 {
-    for (const auto& control : controls)
-        control->ExportForLemur(out);
+    for (auto control = controls.rbegin(); control != controls.rend(); ++control)
+        (*control)->ExportForLemur(out);
 }
 
 void WriteLemurJzml(std::FILE* out, OSCProject& project)
@@ -187,11 +189,10 @@ void WriteLemurJzml(std::FILE* out, OSCProject& project)
                  "midi_target=\"-2\" kbmouse_target=\"-2\"/>\n",
                  screen.width, screen.height);
     for (const auto& page : project.pages) {
-        const std::string_view name = TextOf(page->name);
         std::fprintf(out,
-                     "<WINDOW class=\"JAZZINTERFACE\" text=\"%.*s\" x=\"0\" y=\"0\" width=\"%d\" "
+                     "<WINDOW class=\"JAZZINTERFACE\" text=\"%s\" x=\"0\" y=\"0\" width=\"%d\" "
                      "height=\"%d\" state=\"1\" group=\"0\" font=\"tahoma,11,0\" >\n",
-                     PrintLength(name), name.data(), screen.width, screen.height);
+                     EscapedAttribute(TextOf(page->name)).c_str(), screen.width, screen.height);
         page->ExportLemurControls(out);
         std::fputs("</WINDOW>\n", out);
     }

@@ -3,6 +3,7 @@
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 #include "document/TextField.h"
+#include "formats/DrawingOrder.h"
 #include "formats/ImportReport.h"
 #include "formats/ImportedFields.h"
 #include "formats/ImportedXml.h"
@@ -47,9 +48,7 @@ std::optional<ControlType> TypeOf(const pugi::xml_node& window, std::string_view
     return std::nullopt;
 }
 
-// The colour the export writes for each index is taken back exactly; others,
-// and the first of an "on,off" pair, go to the nearest. Lemur's numbers hold
-// red in the low byte, as the editor's colour words do.
+// Lemur writes 0xRRGGBB; of an "on,off" pair the first is the colour shown.
 std::uint8_t ColorOf(std::string_view text)
 {
     const double value = NumberIn(text.substr(0, text.find(',')));
@@ -57,11 +56,7 @@ std::uint8_t ColorOf(std::string_view text)
     const auto word = static_cast<std::uint32_t>(value >= 0 && value <= kWhite ? value
                                                  : value > kWhite              ? kWhite
                                                                                : 0);
-    for (int i = 0; i < kNamedColorCount; ++i) {
-        if (Colors[i] == word)
-            return static_cast<std::uint8_t>(i);
-    }
-    return NearestColor(word & 0xFF, (word >> 8) & 0xFF, (word >> 16) & 0xFF);
+    return ColorByHue(word >> 16 & 0xFF, word >> 8 & 0xFF, word & 0xFF);
 }
 
 // Scripts are behaviour the editor has no place for.
@@ -81,14 +76,17 @@ struct PageWalk {
     std::string& error;
 };
 
-void SetAddressAndRange(OSCControl& control, const pugi::xml_node& window, ImportReport& report)
+// The address the object sends to: its x parameter's message, or by default
+// "/" + its name + "/x".
+std::string AddressOf(const pugi::xml_node& window, const pugi::xml_node& x)
 {
-    const pugi::xml_node x = window.find_child_by_attribute("PARAM", "name", "x=");
     const pugi::xml_attribute message = x.attribute("osc_message");
-    SetImportedAddress(control,
-                       message ? std::string(message.value())
-                               : "/" + std::string(AttributeText(window, "text")) + "/x",
-                       report);
+    return message ? std::string(message.value())
+                   : "/" + std::string(AttributeText(window, "text")) + "/x";
+}
+
+void SetRange(OSCControl& control, const pugi::xml_node& x, ImportReport& report)
+{
     const std::string_view scale = AttributeText(x, "osc_scale");
     const std::size_t comma = scale.find(',');
     control.minValue = 0;
@@ -99,6 +97,70 @@ void SetAddressAndRange(OSCControl& control, const pugi::xml_node& window, Impor
     }
 }
 
+// Pads and Switches are grids of cells, each a button of its own in the app;
+// other objects are one cell. A side the file does not give is one cell long.
+struct Grid {
+    double rows = 1;
+    double columns = 1;
+};
+
+Grid GridOf(const pugi::xml_node& window, std::string_view kind)
+{
+    if (kind != "Pads" && kind != "Switches")
+        return {};
+    const auto cells = [&](const char* side) {
+        const double count = std::floor(NumberIn(AttributeText(window, side)));
+        return count >= 1 ? count : 1;
+    };
+    return {cells("row"), cells("column")};
+}
+
+// Adds the object's controls: one, or one per cell of a grid, row by row,
+// named and addressed after the object with the cell's number.
+bool AddControls(const pugi::xml_node& window, std::string_view kind, ControlType type, double x,
+                 double y, PageWalk& walk)
+{
+    const Grid grid = GridOf(window, kind);
+    const double cells = grid.rows * grid.columns;
+    if (cells > static_cast<double>(walk.limits.maxCount - walk.page.controls.size())) {
+        walk.error = "the layout has more than " + std::to_string(walk.limits.maxCount) +
+                     " controls on a page";
+        return false;
+    }
+    const std::string_view name = AttributeText(window, "text");
+    const pugi::xml_node parameter = window.find_child_by_attribute("PARAM", "name", "x=");
+    const std::string address = AddressOf(window, parameter);
+    const double width = NumberIn(AttributeText(window, "width")) / grid.columns;
+    const double height = NumberIn(AttributeText(window, "height")) / grid.rows;
+    const auto count = static_cast<std::size_t>(cells);
+    for (std::size_t cell = 0; cell < count; ++cell) {
+        auto& control = *walk.page.controls.emplace_back(std::make_unique<OSCControl>());
+        control.type = type;
+        const std::string number = count == 1 ? "" : std::to_string(cell + 1);
+        if (type == kLabel) {
+            // A text sends nothing.
+            CopyTextField(control.name, AttributeText(window, "content"));
+        } else {
+            CopyTextField(control.name,
+                          count == 1 ? std::string(name) : std::string(name) + " " + number);
+            SetImportedAddress(control, count == 1 ? address : address + "/" + number, walk.report);
+            SetRange(control, parameter, walk.report);
+        }
+        if (window.attribute("color"))
+            control.color = ColorOf(AttributeText(window, "color"));
+        const auto column = static_cast<double>(cell % static_cast<std::size_t>(grid.columns));
+        const auto row = static_cast<double>(cell / static_cast<std::size_t>(grid.columns));
+        // The inverse of the export, which takes the title band off.
+        walk.fit.Place(control, x + column * width, y + kTitleBandHeight + row * height, width,
+                       height, walk.report);
+    }
+    if (count > 1) {
+        walk.report.Note(std::string(kind) + " " + std::string(name) + ": " +
+                         std::to_string(count) + (type == kToggle ? " toggles" : " buttons"));
+    }
+    return true;
+}
+
 bool WalkWindows(const pugi::xml_node& parent, double left, double top, PageWalk& walk)
 {
     for (const pugi::xml_node window : parent.children("WINDOW")) {
@@ -107,26 +169,8 @@ bool WalkWindows(const pugi::xml_node& parent, double left, double top, PageWalk
         const double y = top + NumberIn(AttributeText(window, "y"));
         CountScripts(window, walk.report);
         if (const std::optional<ControlType> type = TypeOf(window, kind)) {
-            if (walk.page.controls.size() == walk.limits.maxCount) {
-                walk.error = "the layout has more than " + std::to_string(walk.limits.maxCount) +
-                             " controls on a page";
+            if (!AddControls(window, kind, *type, x, y, walk))
                 return false;
-            }
-            auto& control = *walk.page.controls.emplace_back(std::make_unique<OSCControl>());
-            control.type = *type;
-            if (*type == kLabel) {
-                // A text sends nothing.
-                CopyTextField(control.name, AttributeText(window, "content"));
-            } else {
-                CopyTextField(control.name, AttributeText(window, "text"));
-                SetAddressAndRange(control, window, walk.report);
-            }
-            if (window.attribute("color"))
-                control.color = ColorOf(AttributeText(window, "color"));
-            // The inverse of the export, which takes the title band off.
-            walk.fit.Place(control, x, y + kTitleBandHeight,
-                           NumberIn(AttributeText(window, "width")),
-                           NumberIn(AttributeText(window, "height")), walk.report);
         } else if (!IsContainer(kind)) {
             walk.report.LeaveOut(kind.empty() ? "object without a class" : kind);
         }
@@ -198,6 +242,7 @@ bool ReadLemurFile(std::string_view bytes, OSCProject& project, ImportReport& re
         return false;
     }
     fit.Report(found);
+    StackAsDrawn(pages);
     project.device = device;
     project.orientation = orientation;
     project.pages = std::move(pages);

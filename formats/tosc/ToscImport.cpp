@@ -1,16 +1,17 @@
 #include "ToscImport.h"
 
 #include "ToscInflate.h"
+#include "ToscNode.h"
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 #include "document/TextField.h"
+#include "formats/DrawingOrder.h"
 #include "formats/ImportReport.h"
 #include "formats/ImportedFields.h"
 #include "formats/ImportedXml.h"
 #include "formats/ScreenFit.h"
 
 #include <algorithm>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -20,83 +21,61 @@ namespace {
 
 constexpr char kWhat[] = "the TouchOSC file";
 
-struct Frame {
-    double x = 0;
-    double y = 0;
-    double w = 0;
-    double h = 0;
-};
-
-pugi::xml_node Property(const pugi::xml_node& node, std::string_view key)
-{
-    for (const pugi::xml_node property : node.child("properties").children("property")) {
-        if (property.child("key").text().get() == key)
-            return property;
-    }
-    return {};
-}
-
-std::string_view PropertyText(const pugi::xml_node& node, std::string_view key)
-{
-    return Property(node, key).child("value").text().get();
-}
-
-// Read in place: large files hold many of them.
-double Part(const pugi::xml_node& value, const char* name)
-{
-    return value.child(name).text().as_double();
-}
-
-Frame FrameOf(const pugi::xml_node& node)
-{
-    const pugi::xml_node value = Property(node, "frame").child("value");
-    return {Part(value, "x"), Part(value, "y"), Part(value, "w"), Part(value, "h")};
-}
-
 bool IsContainer(std::string_view type)
 {
     return type == "GROUP" || type == "PAGER" || type == "GRID";
 }
 
-std::optional<ControlType> TypeOf(const pugi::xml_node& node, std::string_view type)
+std::optional<ControlType> TypeOf(const ToscNode& node)
 {
+    const std::string_view type = node.type;
     if (type == "FADER")
         return kFader;
     if (type == "RADIAL" || type == "ENCODER")
         return kKnob;
     if (type == "BUTTON")
-        return NumberIn(PropertyText(node, "buttonType")) == 0 ? kPushButton : kToggle;
+        return node.momentary ? kPushButton : kToggle;
     if (type == "LABEL" || type == "TEXT")
         return kLabel;
     return std::nullopt;
 }
 
-// The index of node among its parent's nodes.
-std::size_t IndexOf(const pugi::xml_node& node)
+// The nodes a hidden node takes out of sight: itself and all it holds, but for
+// the groups that only hold them. Walked without recursion, as nothing limits
+// how deep a hidden part of the file nests.
+long long HiddenNodes(const pugi::xml_node& hidden)
 {
-    std::size_t index = 0;
-    for (pugi::xml_node sibling = node.previous_sibling("node"); sibling;
-         sibling = sibling.previous_sibling("node"))
-        ++index;
-    return index;
+    long long count = 0;
+    std::vector<pugi::xml_node> left{hidden};
+    while (!left.empty()) {
+        const pugi::xml_node node = left.back();
+        left.pop_back();
+        count += IsContainer(node.attribute("type").value()) ? 0 : 1;
+        for (const pugi::xml_node child : node.child("children").children("node"))
+            left.push_back(child);
+    }
+    return count;
 }
 
 // The address of the node's first OSC message: its path's parts one after
-// another; without one, the app sends to "/" + the node's name.
-std::string AddressOf(const pugi::xml_node& node, const pugi::xml_node& osc, std::string_view name)
+// another; without one, the app sends to "/" + the node's name. A part may name
+// a property of the node, or the name of the node that holds it.
+std::string AddressOf(const ToscNode& node, const ToscNode& parent, const pugi::xml_node& osc,
+                      std::size_t index)
 {
     if (!osc)
-        return "/" + std::string(name);
+        return "/" + std::string(node.name);
     std::string address;
     for (const pugi::xml_node partial : osc.child("path").children("partial")) {
-        const std::string_view type = partial.child("type").text().get();
-        const std::string_view value = partial.child("value").text().get();
+        const auto [type, value] = TextsOf(partial, std::array{"type", "value"});
         if (type == "CONSTANT")
             address += value;
+        else if (type == "PROPERTY" && value == "parent.name")
+            address += parent.name;
         else if (type == "PROPERTY")
-            address += PropertyText(node, value);
+            address += value == "name" ? node.name : PropertyText(node, value);
         else if (type == "INDEX")
-            address += std::to_string(IndexOf(node));
+            address += std::to_string(index);
     }
     return address;
 }
@@ -109,38 +88,46 @@ public:
     {
     }
 
-    // Walks the node's children, placed relative to its absolute frame.
-    bool Children(const pugi::xml_node& node, double left, double top, OSCPage& page)
+    // Walks the node's children, placed relative to its absolute frame, in the
+    // order the app draws them. depth: how deep the node's element sits.
+    bool Children(const ToscNode& parent, double left, double top, int depth, OSCPage& page)
     {
-        for (const pugi::xml_node child : node.child("children").children("node")) {
-            const Frame frame = FrameOf(child);
-            const double x = left + frame.x;
-            const double y = top + frame.y;
-            const std::string_view type = child.attribute("type").value();
-            if (type == "PAGER" && !pagerFound_) {
+        // Only nodes are walked into, so only their nesting needs a limit.
+        const int childDepth = depth + 2;
+        if (childDepth >= limits_.maxDepth && parent.children.child("node")) {
+            error_ = TooDeep(kWhat, limits_);
+            return false;
+        }
+        std::size_t index = 0;
+        for (const pugi::xml_node element : parent.children.children("node")) {
+            const ToscNode node(element);
+            const double x = left + node.frame.x;
+            const double y = top + node.frame.y;
+            if (node.hidden) {
+                report_.LeaveOut("hidden control", "hidden controls", HiddenNodes(element));
+            } else if (node.type == "PAGER" && !pagerFound_) {
                 // Its groups are the pages; the first pager only, nested ones are groups.
                 pagerFound_ = true;
-                for (const pugi::xml_node group : child.child("children").children("node")) {
-                    if (!AddPage(PropertyText(group, "name")))
-                        return false;
-                    const Frame inner = FrameOf(group);
-                    if (!Children(group, x + inner.x, y + inner.y, *pages_.back()))
-                        return false;
-                }
-                continue;
-            }
-            if (const std::optional<ControlType> control = TypeOf(child, type)) {
-                if (!AddControl(child, *control, {x, y, frame.w, frame.h}, page))
+                if (!Pages(node, x, y, childDepth))
                     return false;
-            } else if (!IsContainer(type)) {
-                report_.LeaveOut(type.empty() ? "node without a type" : type);
+            } else {
+                if (const std::optional<ControlType> type = TypeOf(node)) {
+                    if (!AddControl(node, parent, *type, x, y, index, page))
+                        return false;
+                } else if (!IsContainer(node.type)) {
+                    report_.LeaveOut(node.type.empty() ? "node without a type" : node.type);
+                }
+                if (!Children(node, x, y, childDepth, page))
+                    return false;
             }
-            if (!Children(child, x, y, page))
-                return false;
+            ++index;
         }
         return true;
     }
 
+    std::vector<std::unique_ptr<OSCPage>>& Pages() { return pages_; }
+
+private:
     bool AddPage(std::string_view name)
     {
         if (pages_.size() == limits_.maxCount) {
@@ -151,10 +138,29 @@ public:
         return true;
     }
 
-    std::vector<std::unique_ptr<OSCPage>>& Pages() { return pages_; }
+    // A pager's groups, each a page named as its tab shows it.
+    bool Pages(const ToscNode& pager, double left, double top, int depth)
+    {
+        if (depth + 2 >= limits_.maxDepth && pager.children.child("node")) {
+            error_ = TooDeep(kWhat, limits_);
+            return false;
+        }
+        for (const pugi::xml_node element : pager.children.children("node")) {
+            const ToscNode group(element);
+            if (group.hidden) {
+                report_.LeaveOut("hidden control", "hidden controls", HiddenNodes(element));
+                continue;
+            }
+            if (!AddPage(group.tabLabel.empty() ? group.name : group.tabLabel) ||
+                !Children(group, left + group.frame.x, top + group.frame.y, depth + 2,
+                          *pages_.back()))
+                return false;
+        }
+        return true;
+    }
 
-private:
-    bool AddControl(const pugi::xml_node& node, ControlType type, const Frame& frame, OSCPage& page)
+    bool AddControl(const ToscNode& node, const ToscNode& parent, ControlType type, double x,
+                    double y, std::size_t index, OSCPage& page)
     {
         if (page.controls.size() == limits_.maxCount) {
             error_ = "the layout has more than " + std::to_string(limits_.maxCount) +
@@ -163,25 +169,31 @@ private:
         }
         auto& control = *page.controls.emplace_back(std::make_unique<OSCControl>());
         control.type = type;
-        const std::string_view name = PropertyText(node, "name");
-        CopyTextField(control.name, name);
-        const pugi::xml_node messages = node.child("messages");
-        const pugi::xml_node osc = messages.child("osc");
-        SetImportedAddress(control, AddressOf(node, osc, name), report_);
+        // A label shows its text; its name is only what the app's editor calls it.
+        const std::string_view shown = type == kLabel ? ShownText(node) : std::string_view();
+        CopyTextField(control.name, shown.empty() ? node.name : shown);
+        pugi::xml_node osc;
+        long long midi = 0;
+        for (const pugi::xml_node message : node.Part("messages").children()) {
+            const std::string_view kind = message.name();
+            osc = !osc && kind == "osc" ? message : osc;
+            midi += kind == "midi" ? 1 : 0;
+        }
+        SetImportedAddress(control, AddressOf(node, parent, osc, index), report_);
         if (type != kLabel) {
             // Values run from 0 to 1 unless the message scales them.
             const pugi::xml_node argument = osc.child("arguments").child("partial");
-            control.minValue = argument ? ImportedLong(Part(argument, "scaleMin"), report_) : 0;
-            control.maxValue = argument ? ImportedLong(Part(argument, "scaleMax"), report_) : 1;
+            const auto [low, high] = PartsOf(argument, std::array{"scaleMin", "scaleMax"});
+            control.minValue = argument ? ImportedLong(low, report_) : 0;
+            control.maxValue = argument ? ImportedLong(high, report_) : 1;
         }
-        if (const pugi::xml_node color = Property(node, "color").child("value"))
-            control.color = NearestColor(Part(color, "r") * 255, Part(color, "g") * 255,
-                                         Part(color, "b") * 255);
-        const auto midi = messages.children("midi");
-        report_.Count("MIDI message not kept", "MIDI messages not kept",
-                      std::distance(midi.begin(), midi.end()));
+        if (node.color) {
+            const auto [red, green, blue] = PartsOf(node.color, std::array{"r", "g", "b"});
+            control.color = ColorByHue(red * 255, green * 255, blue * 255);
+        }
+        report_.Count("MIDI message not kept", "MIDI messages not kept", midi);
         // The title band sits above the screen, as in the other formats.
-        fit_.Place(control, frame.x, frame.y + kTitleBandHeight, frame.w, frame.h, report_);
+        fit_.Place(control, x, y + kTitleBandHeight, node.frame.w, node.frame.h, report_);
         return true;
     }
 
@@ -202,14 +214,16 @@ bool ReadToscFile(std::string_view bytes, OSCProject& project, ImportReport& rep
     if (!ToscXml(bytes, xml, limits, error))
         return false;
     pugi::xml_document document;
-    if (!ParseImportedXml(xml, document, kWhat, limits, error))
+    // Text embedded in its element makes fewer nodes to build and walk.
+    if (!ParseXml(xml, document, kWhat, error, pugi::parse_default | pugi::parse_embed_pcdata))
         return false;
-    const pugi::xml_node root = document.child("lexml").child("node");
-    if (!root) {
+    const pugi::xml_node element = document.child("lexml").child("node");
+    if (!element) {
         error = "not a TouchOSC file: it holds no <lexml> element with a node";
         return false;
     }
-    const Frame screen = FrameOf(root);
+    const ToscNode root(element);
+    const ToscFrame& screen = root.frame;
     const std::uint8_t device =
         NearestDevice(std::min(screen.w, screen.h), std::max(screen.w, screen.h));
     const std::uint8_t orientation = screen.w > screen.h ? kHorizontal : kVertical;
@@ -220,8 +234,9 @@ bool ReadToscFile(std::string_view bytes, OSCProject& project, ImportReport& rep
     // Nodes outside a pager sit on one page named after the root, which stays
     // first when the layout also has a pager's pages.
     auto outside = std::make_unique<OSCPage>();
-    CopyTextField(outside->name, PropertyText(root, "name"));
-    if (!walk.Children(root, 0, 0, *outside))
+    CopyTextField(outside->name, root.name);
+    constexpr int kRootDepth = 1;  // inside <lexml>
+    if (!walk.Children(root, 0, 0, kRootDepth, *outside))
         return false;
     std::vector<std::unique_ptr<OSCPage>>& pages = walk.Pages();
     if (pages.empty() || !outside->controls.empty()) {
@@ -232,6 +247,7 @@ bool ReadToscFile(std::string_view bytes, OSCProject& project, ImportReport& rep
         pages.insert(pages.begin(), std::move(outside));
     }
     fit.Report(found);
+    StackAsDrawn(pages);
     project.device = device;
     project.orientation = orientation;
     project.pages = std::move(pages);

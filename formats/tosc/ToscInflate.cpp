@@ -37,6 +37,8 @@ bool ToscXml(std::string_view bytes, std::string& xml, const ImportLimits& limit
     int status = Z_OK;
     char buffer[65536];
     std::size_t left = bytes.size();
+    // Input that ends before the stream does leaves zlib without progress to
+    // make: Z_BUF_ERROR, which ends the loop as any error does.
     while (status == Z_OK) {
         if (stream.avail_in == 0) {
             const std::size_t chunk = left < UINT_MAX ? left : UINT_MAX;
@@ -53,8 +55,6 @@ bool ToscXml(std::string_view bytes, std::string& xml, const ImportLimits& limit
             return false;
         }
         xml.append(buffer, produced);
-        if (status == Z_BUF_ERROR && stream.avail_in == 0 && left == 0)
-            break;  // the input ended before the stream did
     }
     const bool started = stream.total_in > 2;
     inflateEnd(&stream);

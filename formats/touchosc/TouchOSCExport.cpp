@@ -4,6 +4,7 @@
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 #include "document/TextField.h"
+#include "formats/EscapedAttribute.h"
 #include "formats/ExportTarget.h"
 #include "host/Toolkit.h"
 #include "host/VornBasics.h"
@@ -71,8 +72,7 @@ void OSCControl::ExportForTouchOSC(std::FILE* out, const OSCProject* project) co
     const float high = static_cast<float>(reversed ? minValue : maxValue);
     std::fprintf(out, "scalef=\"%.1f\" ", static_cast<double>(low));
     std::fprintf(out, "scalet=\"%.1f\" ", static_cast<double>(high));
-    const std::string_view address = TextOf(command);
-    std::fprintf(out, "osc_cs=\"%.*s\" ", PrintLength(address), address.data());
+    std::fprintf(out, "osc_cs=\"%s\" ", EscapedAttribute(TextOf(command)).c_str());
 
     const char* inverted = reversed ? "inverted=\"true\" " : "inverted=\"false\" ";
     switch (type) {
@@ -112,10 +112,11 @@ void OSCControl::ExportForTouchOSC(std::FILE* out, const OSCProject* project) co
     std::fputs("\t\t</control>\n", out);
 }
 
+// Back-most first: the app draws each control over those before it.
 void OSCPage::ExportTouchOSCControls(std::FILE* out, const OSCProject* project) const
 {
-    for (const auto& control : controls)
-        control->ExportForTouchOSC(out, project);
+    for (auto control = controls.rbegin(); control != controls.rend(); ++control)
+        (*control)->ExportForTouchOSC(out, project);
 }
 
 void WriteTouchOSCXml(std::FILE* out, const OSCProject& project)

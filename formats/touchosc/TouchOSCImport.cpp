@@ -5,6 +5,7 @@
 #include "document/IgnoringCase.h"
 #include "document/OSCProject.h"
 #include "document/TextField.h"
+#include "formats/DrawingOrder.h"
 #include "formats/ImportReport.h"
 #include "formats/ImportedFields.h"
 #include "formats/ImportedXml.h"
@@ -290,6 +291,7 @@ bool ReadTouchOSCXml(std::string& xml, OSCProject& project, ImportReport& report
         return false;
     }
     fit.Report(found);
+    StackAsDrawn(pages);
     project.device = placement.device;
     project.orientation = placement.orientation;
     project.pages = std::move(pages);

@@ -168,14 +168,14 @@ TEST_F(AppTest, LayoutsFillTheWorkAreaAndTheWindowMenuListsCyclesTilesAndCascade
     EXPECT_TRUE(Frame().isMaximized());
     EXPECT_EQ(listed(),
               (std::vector<std::string>{"&Tile", "&Cascade", "", "&Next Layout", "&Previous Layout",
-                                        "", "&1 One - OSC Editor", "&2 Two - OSC Editor (here)"}));
+                                        "", "&1 One", "&2 Two (here)"}));
     QTest::keyClick(window.get(), Qt::Key_Tab, Qt::ControlModifier);
-    EXPECT_EQ(Frame().windowTitle(), QStringLiteral("One[*] - OSC Editor"));
+    EXPECT_EQ(Frame().windowTitle(), QStringLiteral("One[*]"));
     EXPECT_TRUE(Frame().isMaximized());
     QTest::keyClick(window.get(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(Frame().windowTitle(), QStringLiteral("Two[*] - OSC Editor"));
+    EXPECT_EQ(Frame().windowTitle(), QStringLiteral("Two[*]"));
     windows->actions()[6]->trigger();
-    EXPECT_EQ(Frame().windowTitle(), QStringLiteral("One[*] - OSC Editor"));
+    EXPECT_EQ(Frame().windowTitle(), QStringLiteral("One[*]"));
     windows->actions()[0]->trigger();
     for (const EditorFrame* frame : window->Frames())
         EXPECT_FALSE(frame->isMaximized()) << "tiled";
@@ -248,21 +248,21 @@ TEST_F(AppTest, TitlesMarkUnsavedChangesAndAboutNamesTheVersions)
         return Frame().ShownTitle().toStdString() + " | " +
                window->windowHandle()->title().toStdString();
     };
-    EXPECT_EQ(titles(), "Show - OSC Editor | vornosc - [Show - OSC Editor]");
+    EXPECT_EQ(titles(), "Show | VornOSC - [Show]");
     window->InsertControl(kFader);
-    EXPECT_EQ(titles(), "Show* - OSC Editor | vornosc - [Show* - OSC Editor]");
+    EXPECT_EQ(titles(), "Show* | VornOSC - [Show*]");
     window->SaveLayout();
-    EXPECT_EQ(titles(), "Show - OSC Editor | vornosc - [Show - OSC Editor]");
+    EXPECT_EQ(titles(), "Show | VornOSC - [Show]");
     answers = {"Discard"};
     Drag({64, 200}, {74, 210});
-    EXPECT_EQ(titles(), "Show* - OSC Editor | vornosc - [Show* - OSC Editor]");
+    EXPECT_EQ(titles(), "Show* | VornOSC - [Show*]");
     Frame().close();
     std::sort(buttons.begin(), buttons.end());
     EXPECT_EQ(buttons, (std::vector<std::string>{"Cancel", "Don't Save", "Save"}));
-    EXPECT_EQ(window->windowHandle()->title(), QStringLiteral("vornosc"));
+    EXPECT_EQ(window->windowHandle()->title(), QStringLiteral("VornOSC"));
 
     const QString about = MainWindow::AboutText();
-    for (const char* part : {"vornosc 0.1\n", "Qt 6.", "libzip 1.", "liblo 0."})
+    for (const char* part : {"VornOSC 0.1\n", "Qt 6.", "libzip 1.", "liblo 0."})
         EXPECT_TRUE(about.contains(QString::fromUtf8(part))) << about.toStdString();
 }
 
@@ -310,7 +310,7 @@ TEST_F(AppTest, EachLayoutReopensForTheDeviceItWasKeptForAndPathsAndFoldersAreTh
     answers = {"pageName=Renamed"};
     Pick(ID_OSCEDITOR_PAGEPROPERTIES);
     window->SaveLayout();
-    EXPECT_EQ(Frame().ShownTitle().toStdString(), "Caf\uFFFD - OSC Editor");
+    EXPECT_EQ(Frame().ShownTitle().toStdString(), "Caf\uFFFD");
     EXPECT_NE(ReadWholeFile(latin1).value_or("").find("Renamed"), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(folder / "Caf\uFFFD.VornOsc"));
     // A link is saved through, to a file that keeps its permissions.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <tuple>
@@ -77,10 +78,11 @@ protected:
 };
 
 // The runs follow each other in one folder, each after writing the layouts it
-// names. Usage errors exit with 2 and show the usage on stderr; help exits with
-// 0 and prints on stdout. A layout file does not keep the device: it reads as an
-// iPad unless --device says otherwise. Every field at its limits (the longest
-// texts in one- and three-byte characters, the int16 and int32 ends, bytes with
+// names. Usage errors, a bad option value among them, exit with 2 and show the
+// usage on stderr before any window opens; help exits with 0 and prints on
+// stdout. A layout file does not keep the device: it reads as an iPad unless
+// --device says otherwise. Every field at its limits (the longest texts in
+// one- and three-byte characters, the int16 and int32 ends, bytes with
 // and without names) converts both ways. The extensions match in any case.
 TEST_F(CommandLine, EachRunExitsAndPrintsAsItsCaseSaysAndUsageErrorsWriteNothing)
 {
@@ -92,7 +94,9 @@ TEST_F(CommandLine, EachRunExitsAndPrintsAsItsCaseSaysAndUsageErrorsWriteNothing
         const json zipped = c.value("zipped", json::object());
         for (const auto& [name, entries] : zipped.items())
             WriteZipOfCase(folder_ / name, entries);
-        const VornoscRun run = RunTogether({c["args"].get<std::vector<std::string>>()})[0];
+        // A bad option that still opens the editor is stopped, failing its status.
+        const VornoscRun run =
+            RunTogether({c["args"].get<std::vector<std::string>>()}, "timeout 30 ")[0];
         EXPECT_EQ(run.status, c["status"].get<int>());
         EXPECT_TRUE(run.err.starts_with(c.value("err", "")) && run.err.empty() != c.contains("err"))
             << run.err;
@@ -151,9 +155,10 @@ TEST_F(CommandLine, AFileThatCannotBeReadOrWrittenFailsWithOneLineNamingItAndWri
 
 // Side by side, as scripts run them: each export has a temporary index.xml of
 // its own, so every archive holds its own layout, and the data folders go with
-// them. Old outputs are replaced by files with the permissions of a plain new
-// file. Stdin is closed, as some schedulers start scripts, so that a new file
-// may be given descriptor 0. The demo becomes the demo's layout file.
+// them. Old outputs keep their permissions, whatever a new file would get, and
+// an output that is a symbolic link is written through, the link kept. Stdin is
+// closed, as some schedulers start scripts, so that a new file may be given
+// descriptor 0. The demo becomes the demo's layout file.
 TEST_F(CommandLine, ExportsRunTogetherWriteTheirOwnFilesAndNothingElse)
 {
     const std::vector<std::string> cases{"names", "value_ranges"};
@@ -165,8 +170,15 @@ TEST_F(CommandLine, ExportsRunTogetherWriteTheirOwnFilesAndNothingElse)
     }
     for (const std::vector<std::string>& run : runs)
         WriteWholeFile(folder_ / run[2], "old bytes");
+    fs::rename(folder_ / "names.touchosc", folder_ / "Linked.touchosc");
+    fs::create_symlink("Linked.touchosc", folder_ / "names.touchosc");
+    using enum fs::perms;
+    fs::permissions(folder_ / "Demo.VornOsc", owner_read | owner_write | group_read | group_write);
+    fs::permissions(folder_ / "Linked.touchosc", owner_read | owner_write);
     const std::set<std::string> outputs = Files();
-    const fs::perms plain = fs::status(folder_ / "Demo.VornOsc").permissions();
+    std::map<std::string, fs::perms> kept;
+    for (const std::string& name : outputs)
+        kept[name] = fs::status(folder_ / name).permissions();
     for (const VornoscRun& run : RunTogether(runs, "exec <&-; "))
         EXPECT_TRUE(run.status == 0 && run.err.empty()) << run.status << run.err;
     EXPECT_EQ(Files(), outputs);
@@ -179,8 +191,9 @@ TEST_F(CommandLine, ExportsRunTogetherWriteTheirOwnFilesAndNothingElse)
         EXPECT_EQ(ReadWholeFile(folder_ / (name + ".JZML")), ReadWholeFile(golden + ".jzml"))
             << name;
     }
+    EXPECT_TRUE(fs::is_symlink(folder_ / "names.touchosc"));
     for (const std::string& name : outputs)
-        EXPECT_EQ(fs::status(folder_ / name).permissions(), plain) << name;
+        EXPECT_EQ(fs::status(folder_ / name).permissions(), kept[name]) << name;
 }
 
 }  // namespace

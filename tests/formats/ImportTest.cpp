@@ -5,7 +5,10 @@
 #include "document/ControlTables.h"
 #include "document/OSCProject.h"
 #include "document/TextField.h"
+#include "formats/FormatHost.h"
 #include "formats/ImportReport.h"
+#include "formats/ImportedFields.h"
+#include "formats/LayoutFormats.h"
 #include "formats/json/LayoutJson.h"
 #include "formats/lemur/LemurExport.h"
 #include "formats/lemur/LemurImport.h"
@@ -16,6 +19,7 @@
 #include <gtest/gtest.h>
 
 #include <zlib.h>
+#include <filesystem>
 #include <random>
 
 using nlohmann::json;
@@ -80,26 +84,24 @@ void ExpectLayout(const json& project, const json& expected)
     }
 }
 
-// Names of one to four bytes a character, of every length modulo 3, so that
-// their base64 needs no padding, one or two characters of it. The Lemur
-// export writes names unescaped, so Lemur names keep out of quotes and angle
-// brackets; a lone ampersand is read as it stands.
-std::string RandomText(std::mt19937& random, int maxCharacters, bool markup)
+// Texts of one to four bytes a character, of every length modulo 3, so that
+// their base64 needs no padding, one or two characters of it, and of the four
+// characters XML writes as entities.
+std::string RandomText(std::mt19937& random, int maxCharacters)
 {
-    static const char* const kCharacters[] = {"a",  "Z",  "0",    " ",    "/", "&", "é",  "ß",
-                                              "日", "ノ", "🎛", "🎚", "+", "=", "\"", "<"};
+    static const char* const kCharacters[] = {"a",  "Z",    "0",    " ", "/", "&",  "é", "ß", "日",
+                                              "ノ", "🎛", "🎚", "+", "=", "\"", "<", ">"};
     std::string text;
     const int count = std::uniform_int_distribution(0, maxCharacters)(random);
     for (int i = 0; i < count; ++i)
-        text += kCharacters[std::uniform_int_distribution(0, markup ? 15 : 13)(random)];
+        text += kCharacters[std::uniform_int_distribution(0, 16)(random)];
     return text;
 }
 
-// Addresses stay within what the export writes as well-formed XML: it does not
-// escape them. Some name the host's device and control numbers.
+// Some addresses name the host's device and control numbers.
 void RandomAddress(std::mt19937& random, OSCControl& control)
 {
-    std::string address = "/";
+    std::string address = "/" + RandomText(random, 3);
     if (std::uniform_int_distribution(0, 2)(random) == 0) {
         control.deviceId =
             static_cast<std::int16_t>(std::uniform_int_distribution(-5, 999)(random));
@@ -116,8 +118,8 @@ void RandomAddress(std::mt19937& random, OSCControl& control)
 
 // A layout holding what the TouchOSC format carries: ranges of the types
 // without an inverted mark come back in order, and the export keeps whole
-// numbers as floats only up to 2^24.
-OSCProject RandomLayout(std::mt19937& random, int device, int orientation, bool markup)
+// numbers as floats only up to 2^24. Controls overlap often.
+OSCProject RandomLayout(std::mt19937& random, int device, int orientation)
 {
     OSCProject project;
     project.device = static_cast<std::uint8_t>(device);
@@ -128,10 +130,10 @@ OSCProject RandomLayout(std::mt19937& random, int device, int orientation, bool 
     };
     for (int p = number(1, 3); p > 0; --p) {
         auto& page = *project.pages.emplace_back(std::make_unique<OSCPage>());
-        CopyTextField(page.name, RandomText(random, 12, markup));
+        CopyTextField(page.name, RandomText(random, 12));
         for (int c = number(0, 12); c > 0; --c) {
             auto& control = *page.controls.emplace_back(std::make_unique<OSCControl>());
-            CopyTextField(control.name, RandomText(random, 40, markup));
+            CopyTextField(control.name, RandomText(random, 40));
             RandomAddress(random, control);
             control.type = static_cast<std::uint8_t>(number(0, kControlTypeCount - 1));
             control.color = static_cast<std::uint8_t>(number(0, kNamedColorCount - 1));
@@ -156,7 +158,7 @@ TEST(TouchOSCImport, RandomLayoutsExportedByTheEditorComeBackTheSameOnEveryScree
         for (int orientation = 0; orientation < kOrientationCount; ++orientation) {
             for (int round = 0; round < 25; ++round) {
                 SCOPED_TRACE(testing::Message() << device << orientation << " round " << round);
-                const OSCProject layout = RandomLayout(random, device, orientation, true);
+                const OSCProject layout = RandomLayout(random, device, orientation);
                 const std::string xml =
                     Captured([&](std::FILE* out) { WriteTouchOSCXml(out, layout); });
                 const auto [project, report] = Imported("index.xml", xml);
@@ -175,7 +177,7 @@ TEST(LemurImport, RandomLayoutsExportedByTheEditorComeBackTheSameInEveryFieldLem
     for (int device = 0; device < kDeviceCount; ++device) {
         for (int round = 0; round < 50; ++round) {
             SCOPED_TRACE(testing::Message() << device << " round " << round);
-            OSCProject layout = RandomLayout(random, device, kHorizontal, false);
+            OSCProject layout = RandomLayout(random, device, kHorizontal);
             const std::string jzml = Captured([&](std::FILE* out) { WriteLemurJzml(out, layout); });
             const auto [project, report] = Imported(".jzml", jzml);
             json expected = json::parse(WriteLayoutJson(layout));
@@ -203,7 +205,7 @@ TEST(TouchOSCImport, TheEditorsOwnArchiveIsReadBack)
     TempFolder temp;
     FakeHost host;
     host.dataFolder = temp.path().string();
-    OSCProject layout = RandomLayout(random, kIPhone, kHorizontal, true);
+    OSCProject layout = RandomLayout(random, kIPhone, kHorizontal);
     const std::string path = temp / "layout.touchosc";
     layout.ExportTouchOSCFile(&host, path.c_str());
 
@@ -223,6 +225,61 @@ TEST(Import, EachRuleGivesTheLayoutAndReportItsCaseSays)
         ExpectLayout(project, c);
         EXPECT_EQ(report, c.value("report", std::vector<std::string>()));
     }
+}
+
+// Each hue band and the bounds of gray and brown in pairs, the last value of
+// one colour and the first of the next.
+TEST(Import, EachColourGivenAsNumbersGoesToTheNamedColourOfItsHue)
+{
+    for (const json& c : Cases(kCases, "colours")) {
+        SCOPED_TRACE(c.dump());
+        const std::uint8_t color = ColorByHue(c["rgb"][0], c["rgb"][1], c["rgb"][2]);
+        EXPECT_EQ(ColorTypes[color], c["color"]);
+    }
+}
+
+// A host the readers of layout files never need to talk to.
+class SilentHost : public FormatHost {
+public:
+    void ShowError(const char*) override {}
+    int GetSizeLimitMode(int) override { return 0; }
+    std::string GetDataFolder() override { return {}; }
+    int AskSaveChanges(void*, const char*) override { return 0; }
+    int QueryTitle(int) override { return 0; }
+    std::string TakeFailures() override { return {}; }
+};
+
+// Refused from its size alone: a file of any format one byte over the limit,
+// and one far over it that is never read (a sparse file takes no room).
+TEST(Import, AFileLargerThanTheLimitIsRefusedBeforeItIsRead)
+{
+    TempFolder temp;
+    const std::string jzml = "<JZML><WINDOW class=\"JAZZINTERFACE\"/></JZML>";
+    for (const LayoutFormat& format : LayoutFormats()) {
+        if (format.read == nullptr)
+            continue;
+        SCOPED_TRACE(format.extension);
+        const std::string path = temp / (std::string("big") + format.extension);
+        WriteWholeFile(path, jzml);
+        SilentHost host;
+        OSCProject project;
+        ImportReport report;
+        std::string error;
+        EXPECT_FALSE(ReadLayoutAt(format, path, project, host, report, error, jzml.size() - 1));
+        EXPECT_EQ(error, "the file is larger than " + std::to_string(jzml.size() - 1) + " bytes");
+        std::filesystem::resize_file(path, std::uintmax_t{300} << 20);
+        EXPECT_FALSE(ReadLayoutAt(format, path, project, host, report, error));
+        EXPECT_EQ(error, "the file is larger than 256 MB");
+    }
+    const std::string path = temp / "small.jzml";
+    WriteWholeFile(path, jzml);
+    SilentHost host;
+    OSCProject project;
+    ImportReport report;
+    std::string error;
+    EXPECT_TRUE(
+        ReadLayoutAt(*FindLayoutFormat(path), path, project, host, report, error, jzml.size()))
+        << error;
 }
 
 // Each limit in pairs, the last value read and the first refused.
