@@ -14,7 +14,8 @@ std::string Usage()
     return std::string(
                "Usage: vornosc COMMAND [ARGUMENTS]\n"
                "       vornosc [--osc-target HOST:PORT] [--osc-listen [HOST:]PORT]\n"
-               "               [--preview [HOST:]PORT] [--insert PARAMETERS.json] [LAYOUT...]\n\n"
+               "               [--preview [HOST:]PORT] [--sync [PORT]] [--insert PARAMETERS.json]\n"
+               "               [LAYOUT...]\n\n"
                "Without a command, opens the editor on the layouts given, or on a new one.\n\n"
                "Commands:\n  ") +
            kDumpSynopsis + "\n      print a layout as JSON\n  " + kConvertSynopsis +

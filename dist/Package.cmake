@@ -21,8 +21,9 @@ set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${VORNOSC_HOMEPAGE})
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Qt finds its display plugins at run time, so the binaries do not name them.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS qt6-qpa-plugins)
-# The canvas names these faces; others draw with other widths.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS fonts-liberation2)
+# The canvas names these faces; others draw with other widths. Layout sync and
+# OSC input are announced on the network through the Avahi daemon.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "fonts-liberation2, avahi-daemon")
 # The manual page compressed and the binaries trimmed, as Debian keeps them.
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_CURRENT_LIST_DIR}/DebianFiles.cmake)
 include(CPack)

@@ -215,6 +215,16 @@ LayoutSnapshot LayoutSnapshot::Of(const OSCProject& project)
     return snapshot;
 }
 
+void LayoutSnapshot::CopyInto(OSCProject& project) const
+{
+    project.device = device;
+    project.orientation = orientation;
+    project.currentPage = currentPage;
+    project.pages.clear();
+    for (const PageCopy& page : pages)
+        project.pages.push_back(PageFrom(page));
+}
+
 LayoutChange LayoutChange::Between(const LayoutSnapshot& before, const OSCProject& after)
 {
     LayoutChange change;

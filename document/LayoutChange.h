@@ -24,6 +24,8 @@ struct LayoutSnapshot {
     std::vector<PageCopy> pages;
 
     static LayoutSnapshot Of(const OSCProject& project);
+    // Makes project the layout this snapshot holds, selection and values included.
+    void CopyInto(OSCProject& project) const;
 };
 
 // What one change did to a layout, kept small: controls that only moved or

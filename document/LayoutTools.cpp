@@ -218,7 +218,10 @@ Duplicated DuplicateSelected(OSCPage& page, const CopyPlan& plan, int screenW, i
 CopyPlan CopyBeside(const OSCPage& page, int screenW)
 {
     const Place box = BoundsOf(SelectedOf(page));
+    // Numbered as an array numbers its copies: a row made copy by copy drives
+    // one parameter a control, not one parameter for all.
     CopyPlan plan;
+    plan.numberNames = plan.numberAddresses = plan.numberControlNumbers = true;
     if (box.x + 2 * box.width + kGap <= screenW)
         plan.stepX = box.width + kGap;
     else

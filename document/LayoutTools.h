@@ -36,8 +36,9 @@ struct Duplicated {
 // become the selection. Nothing changes unless every copy fits on the screen,
 // its control number included.
 Duplicated DuplicateSelected(OSCPage& page, const CopyPlan& plan, int screenW, int screenH);
-// The plan of one plain copy beside the selection: to its right with a gap, or
-// below it when the right has no room.
+// The plan of one copy beside the selection, its names, addresses and control
+// numbers counted on: to its right with a gap, or below it when the right has
+// no room.
 CopyPlan CopyBeside(const OSCPage& page, int screenW);
 
 // Moves the count front-most controls together so that their bounding box's

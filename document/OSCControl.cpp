@@ -260,6 +260,11 @@ void OSCControl::SetVal(VornBasics* host, int px, int py, int event)
         components.release();  // the receiver owns it now
 }
 
+bool OSCControl::FollowsPointer() const
+{
+    return type == kFader || type == kKnob;
+}
+
 void OSCControl::SearchAndReplace(std::string_view search, std::string_view replace, bool inName,
                                   bool inCommand)
 {

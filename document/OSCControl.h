@@ -58,6 +58,10 @@ public:
     // Computes the test-mode value for a pointer at (px, py) and posts it,
     // with the address components, to the host's window.
     void SetVal(VornBasics* host, int px, int py, int event);
+    // Whether a press on the control keeps setting its value wherever the
+    // pointer goes until the release, as a fader or knob does: past its ends
+    // the value stays at its minimum or maximum.
+    bool FollowsPointer() const;
 
     void SearchAndReplace(std::string_view search, std::string_view replace, bool inName,
                           bool inCommand);

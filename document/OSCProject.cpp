@@ -121,10 +121,9 @@ void OSCProject::SetColor(int color)
 
 void OSCProject::Clear()
 {
-    const int answer = toolkit::MessageBox(nullptr,
-                                           "Are you sure you want to remove the selected "
-                                           "controls?\n\n(This operation can't be undone.)",
-                                           "OSC Editor", toolkit::kYesNo);
+    const int answer =
+        toolkit::MessageBox(nullptr, "Are you sure you want to remove the selected controls?",
+                            "OSC Editor", toolkit::kYesNo);
     if (answer == toolkit::kAnswerYes)
         CurrentPage()->DeleteSelected();
 }
@@ -176,11 +175,9 @@ void OSCProject::RemovePage()
 {
     if (pages.size() < 2)
         return;
-    const int answer = toolkit::MessageBox(nullptr,
-                                           "Are you sure you want to remove the current page "
-                                           "and associated controls?\n\n(This operation can't "
-                                           "be undone.)",
-                                           "OSC Editor", toolkit::kYesNo);
+    const int answer = toolkit::MessageBox(
+        nullptr, "Are you sure you want to remove the current page and associated controls?",
+        "OSC Editor", toolkit::kYesNo);
     if (answer != toolkit::kAnswerYes)
         return;
     const int last = static_cast<int>(pages.size()) - 1;

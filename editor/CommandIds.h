@@ -64,4 +64,8 @@ enum CommandId : int {
     ID_GRID_RIGHT = 33120,
     ID_GRID_UP = 33121,
     ID_GRID_DOWN = 33122,
+    // Ours: the controls a host put on the clipboard pasted and selected, one
+    // step named after the host's Insert menu or its parameter list.
+    ID_EDIT_INSERT = 33123,
+    ID_EDIT_INSERTPARAMETERS = 33124,
 };

@@ -41,6 +41,8 @@ constexpr Command kCommands[] = {
     {ID_EDIT_CUT, &E::OnEditCut, &E::HasSelection, "Cut"},
     {ID_EDIT_COPY, &E::OnEditCopy, &E::HasSelection, nullptr},
     {ID_EDIT_PASTE, &E::OnEditPaste, &E::ClipboardHasControls, "Paste"},
+    {ID_EDIT_INSERT, &E::OnEditInsert, &E::ClipboardHasControls, "Insert"},
+    {ID_EDIT_INSERTPARAMETERS, &E::OnEditInsert, &E::ClipboardHasControls, "Insert Parameters"},
     {ID_EDIT_CLEAR, &E::OnEditClear, &E::HasSelection, "Delete"},
     {ID_OSCEDITOR_SELECTALL, &E::OnOsceditorSelectall, &E::PageHasControls, nullptr},
     {ID_OSCEDITOR_PROPERTIES, &E::OnOsceditorProperties, &E::HasOneSelected, "Properties"},
@@ -213,6 +215,20 @@ void TVornOSCEditor::OnEditPaste()
                           TVornOSCView::gridStep, project.GetScreenW(), project.GetScreenH());
     }
     MarkChangedAndRepaint();
+}
+
+void TVornOSCEditor::OnEditInsert()
+{
+    OSCPage& page = *project.CurrentPage();
+    const std::size_t before = page.controls.size();
+    OnEditPaste();
+    const std::size_t inserted = page.controls.size() - before;
+    if (inserted == 0)
+        return;
+    // The keys that follow act on what was just inserted, in front of the page.
+    page.UnselectAll();
+    for (std::size_t i = 0; i < inserted; ++i)
+        page.controls[i]->selected = 1;
 }
 
 void TVornOSCEditor::OnEditClear()

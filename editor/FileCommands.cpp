@@ -67,19 +67,25 @@ std::string ChosenPath(const QString& chosen, const std::string& proposedName)
 
 void TVornOSCEditor::OnFileSave()
 {
+    SaveToLayoutPath();
+}
+
+bool TVornOSCEditor::SaveToLayoutPath()
+{
     // The layout goes to a temporary file that replaces the old one only once
     // it is complete, so a failed save leaves the previous file as it was.
     const std::string bytes = WriteLayoutFile(project, host);
     std::string error;
     if (ReplaceFile(layoutPath, bytes, error)) {
         NoteSavedState();
-        return;
+        return true;
     }
     const std::string message = "The layout could not be saved to \"" + std::string(layoutPath) +
                                 "\": " + error +
                                 ". Your changes are still here; save them with Save As in "
                                 "another folder.";
     host->ShowError(message.c_str());
+    return false;
 }
 
 bool TVornOSCEditor::WriteCopy(const char* path)
@@ -115,8 +121,13 @@ void TVornOSCEditor::OnFileSaveAs()
     if (!RunSaveDialog(dialog, {folder, neverSaved && !newName.empty() ? newName : split.name},
                        chosen))
         return;
+    // The layout takes the chosen name only once its file is written there.
+    const std::string previous = layoutPath;
     CopyTextField(layoutPath, chosen);
-    OnFileSave();
+    if (!SaveToLayoutPath()) {
+        CopyTextField(layoutPath, previous);
+        return;
+    }
     SetTitle();
 }
 

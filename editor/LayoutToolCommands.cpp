@@ -23,8 +23,10 @@ void TVornOSCEditor::OnEditDuplicate()
     const Duplicated result = DuplicateSelected(
         page, CopyBeside(page, project.GetScreenW()), project.GetScreenW(), project.GetScreenH());
     if (!result.done) {
-        host->ShowError("A copy of the selection fits neither to its right nor below it on the "
-                        "screen. Move the selection or make room first.");
+        host->ShowError(
+            "A copy of the selection fits neither to its right nor below it on the "
+            "screen with its control number counted on (up to 32767). Move the "
+            "selection, make room or lower its control number first.");
     }
     view.update();
 }

@@ -331,6 +331,17 @@ std::intptr_t TVornOSCEditor::OnHostRequest(std::intptr_t* words)
             modified = 1;
             SetTitle();
             return 0;
+        case kRequestBecomeChangedAt: {
+            const auto* path = reinterpret_cast<const char*>(words[kRequestOwnPathWord]);
+            if (path == nullptr || !AcceptablePath(path))
+                return 0;
+            CopyTextField(layoutPath, path);
+            newName.clear();
+            history.MarkNeverSaved();
+            modified = 1;
+            SetTitle();
+            return 1;
+        }
         case kRequestDevice:
             return project.device;
         case kRequestSetValues: {

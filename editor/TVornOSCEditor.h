@@ -80,6 +80,7 @@ public:
     void OnEditCut();
     void OnEditCopy();
     void OnEditPaste();
+    void OnEditInsert();
     void OnEditClear();
     void OnOsceditorSelectall();
     void OnOsceditorProperties();
@@ -166,6 +167,8 @@ private:
     // Shows the layout as undo or redo left it.
     void ShowRestored(std::uint8_t device, std::uint8_t orientation);
     void NoteSavedState();
+    // Writes the layout to its path; false, after saying why, when it could not.
+    bool SaveToLayoutPath();
     // Shows the canvas at percent, placed and scrolled for it.
     void SetZoom(int percent);
     // Runs a tool on the selection; one that would leave the screen is

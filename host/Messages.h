@@ -55,6 +55,11 @@ enum HostRequestCode : std::intptr_t {
     // the layout becomes one never saved, changed, and shown under the name
     // in word 8 until it is saved.
     kRequestBecomeNew = 78,  // 'N'
+    // Ours, for a host that reopens a layout from its recovery copy: the
+    // layout becomes the one of the file at the path in word 8, changed, as
+    // that file does not hold what it shows. Answers 1, or 0 for a path
+    // the editor cannot keep.
+    kRequestBecomeChangedAt = 65,  // 'A'
     // Ours, for a host that shows the layout on other screens: when word 9
     // points to a ControlValue, that control's test-mode value is set first
     // (the layout itself does not change); then, when word 8 points to a
@@ -86,6 +91,8 @@ constexpr int kRequestControlValueWord = 9;
 constexpr int kRequestCopyPathWord = 8;
 // Word of the become-new request: the name to show.
 constexpr int kRequestNewNameWord = 8;
+// Word of the become-changed-at request: the layout's own path.
+constexpr int kRequestOwnPathWord = 8;
 // Words of the path request: the folder and name buffers, 256 bytes each.
 constexpr int kRequestFolderWord = 8;
 constexpr int kRequestNameWord = 9;

@@ -93,7 +93,8 @@ void TVornOSCView::OnMouseMove(unsigned flags, CPoint point)
     if (page == nullptr)
         return;
 
-    OSCControl* c = page->GetAt(point.x, point.y);
+    OSCControl* const under = page->GetAt(point.x, point.y);
+    OSCControl* c = under;
     if (c == nullptr) {
         std::vector<OSCControl*> selected;
         page->GetSelectedControls(selected);
@@ -103,10 +104,11 @@ void TVornOSCView::OnMouseMove(unsigned flags, CPoint point)
                           {dragPoint.x - anchorPoint.x, dragPoint.y - anchorPoint.y}};
     SendStatusText(c != nullptr ? StatusText(*c, state).c_str() : "");
 
-    if (c != nullptr && testMode && c == activeControl) {
-        if (mouseDown) {
-            c->SetVal(host, point.x, point.y, kPointerMove);
-            SendOperated(*c, OperatedControl::kDragged);
+    if (testMode && activeControl != nullptr) {
+        // A fader or knob held follows the pointer beyond its ends; the others only over them.
+        if (mouseDown && (under == activeControl || activeControl->FollowsPointer())) {
+            activeControl->SetVal(host, point.x, point.y, kPointerMove);
+            SendOperated(*activeControl, OperatedControl::kDragged);
             update();
         }
         return;
@@ -144,9 +146,10 @@ void TVornOSCView::OnLButtonUp(unsigned flags, CPoint point)
     if (project.CurrentPage() == nullptr)
         return;
     OSCControl* c = project.GetAt(point.x, point.y);
-    if (c != nullptr && testMode && c == activeControl) {
-        c->SetVal(host, point.x, point.y, kPointerUp);
-        SendOperated(*c, OperatedControl::kReleased);
+    if (testMode && activeControl != nullptr &&
+        (c == activeControl || activeControl->FollowsPointer())) {
+        activeControl->SetVal(host, point.x, point.y, kPointerUp);
+        SendOperated(*activeControl, OperatedControl::kReleased);
         ReleaseCapture();
         update();
         mouseDown = 0;

@@ -3,6 +3,7 @@
 #include "MainWindow.h"
 #include "ModuleLibrary.h"
 #include "app/CommandLine.h"
+#include "app/network/SyncPlace.h"
 #include "app/osc/OscSettings.h"
 #include "app/preview/PreviewPlace.h"
 #include "document/IgnoringCase.h"
@@ -27,7 +28,7 @@ constexpr int kExitUsage = 2;
 
 const char* const kDesktopHelp =
     "Usage: vornosc [--osc-target HOST:PORT] [--osc-listen [HOST:]PORT] [--preview [HOST:]PORT]\n"
-    "               [--insert PARAMETERS.json] [LAYOUT...]\n"
+    "               [--sync [PORT]] [--insert PARAMETERS.json] [LAYOUT...]\n"
     "Opens the editor on the given layouts, or on a new one.\n\n"
     "  --osc-target HOST:PORT  where test mode sends its OSC messages\n"
     "                          (default: the last one chosen, first 127.0.0.1:9000)\n"
@@ -37,6 +38,9 @@ const char* const kDesktopHelp =
     "  --preview [HOST:]PORT   serves the active layout for this run to phones and\n"
     "                          tablets on the network, at the address it prints\n"
     "                          (default: as Settings > Phone Preview says)\n"
+    "  --sync [PORT]           lets touch apps on the network add the active layout\n"
+    "                          for this run, on port 9658 unless PORT is given\n"
+    "                          (default: as Settings > Layout Sync says)\n"
     "  --insert PARAMETERS.json  puts the controls of a host's parameter list on the\n"
     "                          last layout, as Insert > Parameters from file does\n"
     "  --help                  show this help\n"
@@ -64,6 +68,7 @@ struct DesktopArguments {
     std::optional<OscTarget> target;
     std::optional<OscInput> input;
     std::optional<PreviewPlace> previewPlace;
+    std::optional<int> syncPort;
 };
 
 // Reads an option's value, so that a bad one stops the start before any
@@ -119,6 +124,18 @@ bool ParseDesktopArguments(int argc, char* argv[], DesktopArguments& arguments, 
              : arg == "--osc-listen" ? arguments.oscListen
              : arg == "--preview"    ? arguments.preview
                                      : arguments.oscTarget) = value;
+        } else if (arg == "--sync") {
+            // Its port may be left out: digits after it are the port, anything else is not.
+            const bool portGiven =
+                i + 1 < argc && *argv[i + 1] != '\0' &&
+                std::strspn(argv[i + 1], "0123456789") == std::strlen(argv[i + 1]);
+            std::string fault;
+            arguments.syncPort =
+                portGiven ? ParseSyncPort(argv[++i], fault) : SyncPlace::kUsualPort;
+            if (!arguments.syncPort) {
+                error = arg + " " + argv[i] + ": " + fault;
+                return false;
+            }
         } else if (arg.rfind("--", 0) == 0) {
             error = "unknown option \"" + arg + "\"";
             return false;
@@ -149,7 +166,7 @@ bool WantsDesktop(int argc, const char* const argv[])
     // A mistyped command still gets the command line's answer.
     return !NamesACommand(argv[1]) &&
            (first == "--osc-target" || first == "--osc-listen" || first == "--preview" ||
-            first == "--insert" || EndsWithIgnoringCase(first, ".vornosc") ||
+            first == "--sync" || first == "--insert" || EndsWithIgnoringCase(first, ".vornosc") ||
             std::filesystem::is_regular_file(first));
 }
 
@@ -188,25 +205,37 @@ int RunDesktop(int argc, char* argv[])
     QSettings settings;
     MainWindow window(module, arguments.target.value_or(LoadOscTarget(settings)));
     window.show();
-    // A listening port that cannot be had is said, and the editor goes on without input.
+    NetworkServices& services = window.Services();
+    // A network service that cannot start is said, and the editor goes on without it.
+    const auto sayRefused = [&window](const QString& service, const std::string& place,
+                                      const QString& refusal) {
+        std::fprintf(stderr, "vornosc: %s: %s\n", place.c_str(), refusal.toUtf8().constData());
+        std::fflush(stderr);
+        window.SayRefused(service, refusal);
+    };
     QString refusal;
-    if (!window.ListenFor(arguments.input.value_or(LoadOscInput(settings)), refusal)) {
-        const std::string place = arguments.oscListen.empty()
-                                      ? "Settings > OSC Input"
-                                      : "--osc-listen " + arguments.oscListen;
-        std::fprintf(stderr, "vornosc: %s: %s\n", place.c_str(), refusal.toUtf8().constData());
-        std::fflush(stderr);
-        window.SayInputRefused(refusal);
+    if (!services.ListenFor(arguments.input.value_or(LoadOscInput(settings)), refusal)) {
+        sayRefused(QStringLiteral("OSC Input"),
+                   arguments.oscListen.empty() ? "Settings > OSC Input"
+                                               : "--osc-listen " + arguments.oscListen,
+                   refusal);
     }
-    // So is a preview that cannot be served.
     refusal.clear();
-    if (!window.ServePreview(arguments.previewPlace.value_or(LoadPreviewPlace(settings)),
-                             refusal)) {
-        const std::string place = arguments.preview.empty() ? "Settings > Phone Preview"
-                                                            : "--preview " + arguments.preview;
-        std::fprintf(stderr, "vornosc: %s: %s\n", place.c_str(), refusal.toUtf8().constData());
-        std::fflush(stderr);
-        window.SayPreviewRefused(refusal);
+    if (!services.ServePreview(arguments.previewPlace.value_or(LoadPreviewPlace(settings)),
+                               refusal)) {
+        sayRefused(QStringLiteral("Phone Preview"),
+                   arguments.preview.empty() ? "Settings > Phone Preview"
+                                             : "--preview " + arguments.preview,
+                   refusal);
+    }
+    refusal.clear();
+    const SyncPlace sync =
+        arguments.syncPort ? SyncPlace{true, "", *arguments.syncPort} : LoadSyncPlace(settings);
+    if (!services.ServeSync(sync, refusal)) {
+        sayRefused(
+            QStringLiteral("Layout Sync"),
+            arguments.syncPort ? "--sync " + std::to_string(sync.port) : "Settings > Layout Sync",
+            refusal);
     }
     window.Start(arguments.layouts, arguments.insert);
     return application.exec();

@@ -15,6 +15,7 @@
 
 #include <cstdio>
 #include <string_view>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -64,20 +65,24 @@ int DesktopHost::AskSaveChanges(void* editor, const char* path)
 {
     ++questionsAsked_;
     lastAnswerWasSave_ = false;
+    const bool offerSaveAs = std::exchange(offerSaveAs_, false);
     const QString name = QFileInfo(QFile::decodeName(path)).fileName();
     QMessageBox box(QMessageBox::Question, QStringLiteral("OSC Editor"),
                     QStringLiteral("Save the changes to \u201c%1\u201d before closing?").arg(name),
                     QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, window_);
     box.setDefaultButton(QMessageBox::Save);
     box.button(QMessageBox::Discard)->setText(QStringLiteral("Don't Save"));
+    if (offerSaveAs)
+        box.button(QMessageBox::Save)->setText(QStringLiteral("Save As..."));
     switch (box.exec()) {
         case QMessageBox::Save:
             // The editor would write a layout never saved to a file named New
-            // in whatever folder is current: it gets a name of the user's first.
-            if (std::string_view(path) == kNeverSaved) {
+            // in whatever folder is current: it gets a name of the user's first,
+            // as one whose own file failed gets another.
+            if (offerSaveAs || std::string_view(path) == kNeverSaved) {
                 MessageEvent saveAs(WM_COMMAND, ID_FILE_SAVE_AS, 0, MessageEvent::kSent);
                 QCoreApplication::sendEvent(ObjectOf(editor), &saveAs);
-                if (std::string_view(path) == kNeverSaved)
+                if (IsModified(editor))
                     return kAnswerCancel;
             }
             lastAnswerWasSave_ = true;
@@ -87,6 +92,16 @@ int DesktopHost::AskSaveChanges(void* editor, const char* path)
         default:
             return kAnswerCancel;
     }
+}
+
+bool DesktopHost::IsModified(void* editor)
+{
+    HostRequest request;
+    request.words[0] = kRequestIsModified;
+    MessageEvent asked(WM_OSC_HOSTREQUEST, 0, reinterpret_cast<std::intptr_t>(&request),
+                       MessageEvent::kSent);
+    QCoreApplication::sendEvent(ObjectOf(editor), &asked);
+    return asked.result != 0;
 }
 
 extern "C" VornBasics* AllocVornBasics(WindowHandle, int, int, void*, void*)

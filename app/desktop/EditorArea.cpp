@@ -4,7 +4,7 @@
 #include "host/Messages.h"
 #include "view/MessageEvent.h"
 
-EditorArea::EditorArea(const DesktopHost& host, QWidget* parent) : QMdiArea(parent), host_(host) {}
+EditorArea::EditorArea(DesktopHost& host, QWidget* parent) : QMdiArea(parent), host_(host) {}
 
 bool EditorArea::event(QEvent* event)
 {

@@ -12,7 +12,7 @@ class QMenu;
 // frame whenever the module asks for one to open an editor in.
 class EditorArea : public QMdiArea {
 public:
-    EditorArea(const DesktopHost& host, QWidget* parent);
+    EditorArea(DesktopHost& host, QWidget* parent);
 
     // Told of the module's menu when the first frame is asked for with it.
     std::function<void(QMenu*)> onModuleMenu;
@@ -23,6 +23,6 @@ protected:
     bool event(QEvent* event) override;
 
 private:
-    const DesktopHost& host_;
+    DesktopHost& host_;
     QMenu* moduleMenu_ = nullptr;
 };

@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QMenu>
+#include <QStyle>
+#include <QStyleOption>
 
 namespace {
 
@@ -20,8 +22,7 @@ const QString kModifiedMark = QStringLiteral("[*]");
 
 }  // namespace
 
-EditorFrame::EditorFrame(const DesktopHost& host, QWidget* parent)
-    : QMdiSubWindow(parent), host_(host)
+EditorFrame::EditorFrame(DesktopHost& host, QWidget* parent) : QMdiSubWindow(parent), host_(host)
 {
     static int framesMade = 0;
     recoveryName_ = QStringLiteral("layout-%1").arg(++framesMade);
@@ -54,6 +55,13 @@ QString EditorFrame::ShownTitle() const
     return isWindowModified() ? title_ + QStringLiteral("*") : title_;
 }
 
+int EditorFrame::TitleHeight() const
+{
+    QStyleOptionTitleBar option;
+    option.initFrom(this);
+    return style()->pixelMetric(QStyle::PM_TitleBarHeight, &option, this);
+}
+
 bool EditorFrame::IsNeverSaved() const
 {
     return LayoutPath() == kNeverSaved;
@@ -81,6 +89,12 @@ void EditorFrame::BecomeNew(const QString& name)
     const QByteArray bytes = name.toUtf8();
     Request(kRequestBecomeNew, kRequestNewNameWord,
             reinterpret_cast<std::intptr_t>(bytes.constData()));
+}
+
+bool EditorFrame::BecomeChangedAt(const QByteArray& path)
+{
+    return Request(kRequestBecomeChangedAt, kRequestOwnPathWord,
+                   reinterpret_cast<std::intptr_t>(path.constData())) != 0;
 }
 
 int EditorFrame::Device() const
@@ -165,19 +179,24 @@ void EditorFrame::closeEvent(QCloseEvent* event)
     for (;;) {
         const int errorsBefore = host_.ErrorsShown();
         const int questionsBefore = host_.QuestionsAsked();
-        if (Send(WM_OSC_CANCLOSE) != 0) {
-            // The user cancelled; the editor forgot its changes when asked, so
-            // they are marked again: nothing may pass for saved.
+        const bool keptOpen = Send(WM_OSC_CANCLOSE) != 0;
+        // The editor forgets its changes when told Cancel, so they are marked
+        // again: nothing may pass for saved.
+        if (keptOpen)
             Send(WM_OSC_SETTITLE);
+        // The editor lets go even when its save failed; the failure was shown,
+        // and the question comes back, offering Save As, until the layout is
+        // saved or given up.
+        if (host_.ErrorsShown() != errorsBefore) {
+            host_.OfferSaveAsNext();
+            continue;
+        }
+        if (keptOpen) {
             event->ignore();
             return;
         }
-        // The editor lets go even when its save failed; the failure was shown,
-        // and the question comes back until the layout is saved or given up.
-        if (host_.ErrorsShown() == errorsBefore) {
-            saved = host_.QuestionsAsked() != questionsBefore && host_.LastAnswerWasSave();
-            break;
-        }
+        saved = host_.QuestionsAsked() != questionsBefore && host_.LastAnswerWasSave();
+        break;
     }
     if (saved)
         Q_EMIT savedOnClose();

@@ -17,7 +17,7 @@ class EditorFrame : public QMdiSubWindow {
     Q_OBJECT
 
 public:
-    explicit EditorFrame(const DesktopHost& host, QWidget* parent = nullptr);
+    explicit EditorFrame(DesktopHost& host, QWidget* parent = nullptr);
 
     QWidget* Editor() const;
     // A name of this frame's own, for its recovery copy.
@@ -35,6 +35,10 @@ public:
     // Makes the layout one never saved and changed, shown under name until saved:
     // a layout brought in from another app, opened through a copy.
     void BecomeNew(const QString& name);
+    // Makes the layout the one of the file at path (the file system's bytes),
+    // changed: a layout reopened from its recovery copy. False when the
+    // editor cannot keep that path.
+    bool BecomeChangedAt(const QByteArray& path);
     // The layout's target device (0 or 1), which its file does not keep.
     int Device() const;
     void SetDevice(int device);
@@ -48,6 +52,10 @@ public:
     // Sets the test-mode value of one control, when value is given, then
     // fills snapshot with the layout as it stands, when it is given.
     void LayoutState(LayoutSnapshot* snapshot, const ControlValue* value) const;
+    // The height of the frame's title bar, the step between cascaded frames.
+    int TitleHeight() const;
+    // The layout's name as the title shows it: "Show" for Show.VornOsc, "New" until saved.
+    const QString& LayoutName() const { return title_; }
     // The title as the frame shows it: the editor's, with a "*" after the
     // layout's name while it has unsaved changes.
     QString ShownTitle() const;
@@ -66,7 +74,7 @@ private:
     // Sends a host request of code, with word at index in its record.
     std::intptr_t Request(std::intptr_t code, int index = 1, std::intptr_t word = 0) const;
 
-    const DesktopHost& host_;
+    DesktopHost& host_;
     QString recoveryName_;
     QString title_;
 };

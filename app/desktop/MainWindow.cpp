@@ -3,10 +3,13 @@
 #include "ControlRecords.h"
 #include "EditorArea.h"
 #include "EditorFrame.h"
+#include "FramePlaces.h"
 #include "LayoutCheck.h"
 #include "ModuleLibrary.h"
 #include "OtherAppLayout.h"
 #include "WindowMenu.h"
+#include "app/network/ServiceBrowser.h"
+#include "app/network/SyncDialog.h"
 #include "app/osc/OscInputDialog.h"
 #include "app/osc/OscMonitor.h"
 #include "app/osc/OscSettings.h"
@@ -41,8 +44,8 @@
 
 #include <zip.h>
 
+#include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 
 namespace {
@@ -58,13 +61,6 @@ constexpr int kLargestGridStep = 100;
 int CommandOf(const QAction* action)
 {
     return action->data().toInt();
-}
-
-// For whoever started the application from a terminal.
-void PrintPreviewAddress(const QString& address)
-{
-    std::printf("Phone preview: %s\n", address.toUtf8().constData());
-    std::fflush(stdout);
 }
 
 // Input after which a layout may have changed, and its title with it.
@@ -96,31 +92,41 @@ MainWindow::MainWindow(ModuleLibrary& module, const OscTarget& target)
     dock->setObjectName(QStringLiteral("oscMonitor"));
     dock->setWidget(monitor_);
     addDockWidget(Qt::BottomDockWidgetArea, dock);
-    // The editors keep most of the height; the monitor shows a few lines.
-    resizeDocks({dock}, {150}, Qt::Vertical);
-    preview_ = std::make_unique<PhonePreview>(
-        [this](LayoutSnapshot* snapshot, const ControlValue* value) {
-            const EditorFrame* frame = ActiveFrame();
-            if (frame != nullptr)
-                frame->LayoutState(snapshot, value);
-            return frame != nullptr;
-        },
-        sender_, *monitor_);
-    previewPanel_ = new PreviewPanel(*preview_);
+    // The editors keep most of the height; the monitor shows a few rows.
+    resizeDocks({dock}, {dock->sizeHint().height()}, Qt::Vertical);
+    NetworkServices::Layouts layouts;
+    layouts.read = [this](LayoutSnapshot* snapshot, const ControlValue* value) {
+        const EditorFrame* frame = ActiveFrame();
+        if (frame != nullptr)
+            frame->LayoutState(snapshot, value);
+        return frame != nullptr;
+    };
+    layouts.name = [this] { return ActiveFrame()->LayoutName(); };
+    layouts.setValues = [this](const char* address, const ReceivedValue& value) {
+        int controls = 0;
+        for (EditorFrame* frame : Frames())
+            controls += frame->SetValues(address, value);
+        return controls;
+    };
+    services_ = std::make_unique<NetworkServices>(std::move(layouts), sender_, *monitor_);
+    previewPanel_ = new PreviewPanel(services_->Preview());
     previewDock_ = new QDockWidget(QStringLiteral("Phone Preview"), this);
     previewDock_->setObjectName(QStringLiteral("phonePreview"));
     previewDock_->setWidget(previewPanel_);
     addDockWidget(Qt::RightDockWidgetArea, previewDock_);
     previewDock_->hide();
-    connect(preview_.get(), &PhonePreview::changed, this, &MainWindow::ShowPreviewState);
+    connect(&services_->Preview(), &PhonePreview::changed, this, &MainWindow::ShowPreviewState);
+    connect(services_.get(), &NetworkServices::changed, this, &MainWindow::ShowNetworkState);
     statusBar()->showMessage(QStringLiteral("Ready"));
+    networkLabel_ = new QLabel(this);
+    networkLabel_->setObjectName(QStringLiteral("announcements"));
+    syncLabel_ = new QLabel(this);
+    syncLabel_->setObjectName(QStringLiteral("syncState"));
     zoomLabel_ = new QLabel(this);
-    statusBar()->addPermanentWidget(zoomLabel_);
+    for (QLabel* label : {networkLabel_, syncLabel_, zoomLabel_})
+        statusBar()->addPermanentWidget(label);
+    ShowNetworkState();
     BuildMenus();
-    listener_.onMessage = [this](const OscMessageIn& message) { TakeReceived(message); };
-    listener_.onMalformed = [this] {
-        monitor_->ShowIgnored(ignoredMessages_, listener_.Malformed());
-    };
     qApp->installEventFilter(this);
     auto* recoveryTimer = new QTimer(this);
     connect(recoveryTimer, &QTimer::timeout, this, &MainWindow::KeepRecoveryCopies);
@@ -208,7 +214,8 @@ void MainWindow::BuildMenus()
     QAction* newKey =
         preview->addAction(QStringLiteral("&New Key"), this, &MainWindow::RenewPreviewKey);
     connect(preview, &QMenu::aboutToShow, this,
-            [this, newKey] { newKey->setEnabled(preview_->IsServing()); });
+            [this, newKey] { newKey->setEnabled(services_->Preview().IsServing()); });
+    settings->addAction(QStringLiteral("&Layout Sync..."), this, &MainWindow::ChooseSync);
 
     helpMenu_ = menuBar()->addMenu(QStringLiteral("&Help"));
     helpMenu_->addAction(QStringLiteral("&About VornOSC"), this, [this] {
@@ -245,6 +252,12 @@ void MainWindow::AdoptModuleMenu(QMenu* moduleMenu)
 void MainWindow::AdoptFrame(EditorFrame* frame)
 {
     newFrame_ = frame;
+    // Told before the area shows the frame, which restores the one it replaces as active.
+    QList<EditorFrame*> others = Frames();
+    others.removeOne(frame);
+    newFrameFills_ =
+        others.isEmpty() || std::any_of(others.begin(), others.end(),
+                                        [](const QWidget* other) { return other->isMaximized(); });
     connect(frame, &EditorFrame::savedOnClose, this, [this, frame] { NoteKept(*frame); });
     // Tied to the timer, which goes before the frames when the window does.
     connect(frame, &QObject::destroyed, &titleRefresh_, qOverload<>(&QTimer::start));
@@ -332,10 +345,21 @@ void MainWindow::RefreshTitles()
 
 void MainWindow::ShowNewFrame()
 {
-    // The module placed its frame by its own rule; here layouts fill the work area.
+    // The module placed its frame by its own rule; here a layout opens as the
+    // others are: filling the work area when they do, as the first one does,
+    // or else whole in the next place of a cascade.
     if (EditorFrame* frame = std::exchange(newFrame_, nullptr)) {
         frame->GridStep(QSettings().value(kGridStepKey, kDefaultGridStep).toInt());
-        frame->showMaximized();
+        // The area may have marked it maximized before it had its place:
+        // maximized anew, it fills the area.
+        frame->showNormal();
+        if (newFrameFills_) {
+            frame->showMaximized();
+        } else {
+            frame->setGeometry(CascadePlace(area_->viewport()->rect(),
+                                            static_cast<int>(Frames().size()) - 1,
+                                            frame->TitleHeight()));
+        }
     }
     titleRefresh_.start();
 }
@@ -404,7 +428,7 @@ bool MainWindow::OpenOtherAppLayout(const QString& path, const LayoutFormat& for
     ShowNewFrame();
     if (!layout->report.isEmpty()) {
         QMessageBox::information(
-            this, QStringLiteral("OSC Editor"),
+            this, QStringLiteral("VornOSC"),
             QStringLiteral("\u201c%1\u201d was brought in with these changes:\n%2")
                 .arg(QFileInfo(path).fileName(), layout->report.join(u'\n')));
     }
@@ -435,13 +459,13 @@ QList<EditorFrame*> MainWindow::Frames() const
     return frames;
 }
 
-void MainWindow::PasteRecords(const std::vector<const _OSCParms*>& records)
+void MainWindow::PasteRecords(const std::vector<const _OSCParms*>& records, int command)
 {
     EditorFrame* frame = ActiveFrame();
     if (frame == nullptr)
         return;
     module_.externalPaste(records);
-    frame->Send(WM_COMMAND, ID_EDIT_PASTE);
+    frame->Send(WM_COMMAND, command);
     titleRefresh_.start();
 }
 
@@ -457,7 +481,7 @@ void MainWindow::InsertControl(int type)
     if (!frame->WriteCopy(copy) || ReadLayoutAt(QFile::encodeName(copy).toStdString(), layout))
         layout.pages.clear();
     const _OSCParms record = RecordForNewControl(type, layout);
-    PasteRecords({&record});
+    PasteRecords({&record}, ID_EDIT_INSERT);
 }
 
 void MainWindow::InsertParametersFrom(const QString& path)
@@ -478,7 +502,7 @@ void MainWindow::InsertParametersFrom(const QString& path)
     std::vector<const _OSCParms*> pointers;
     for (const _OSCParms& record : *records)
         pointers.push_back(&record);
-    PasteRecords(pointers);
+    PasteRecords(pointers, ID_EDIT_INSERTPARAMETERS);
 }
 
 void MainWindow::KeepRecoveryCopies()
@@ -496,20 +520,47 @@ void MainWindow::OfferRecovery()
         list += QStringLiteral("\n%1, changed %2")
                     .arg(leftover.originalPath,
                          QLocale().toString(leftover.written, QLocale::ShortFormat));
-    QMessageBox box(QMessageBox::Question, QStringLiteral("OSC Editor"),
+    QMessageBox box(QMessageBox::Question, QStringLiteral("VornOSC"),
                     QStringLiteral("vornosc stopped before these layouts were saved:\n%1\n\n"
-                                   "Reopen them? Each opens as a copy in the folder "
-                                   "\u201cRecovered\u201d; save it where it belongs.")
+                                   "Reopen them? Each opens under its own name with its "
+                                   "changes, not yet saved.")
                         .arg(list),
                     QMessageBox::Open | QMessageBox::Discard, this);
     box.button(QMessageBox::Open)->setText(QStringLiteral("Reopen"));
     const bool reopen = box.exec() == QMessageBox::Open;
     for (const RecoveryKeeper::Leftover& leftover : leftovers) {
-        if (reopen)
-            OpenLayout(recovery_.Recover(leftover));
-        else
+        if (!reopen) {
             recovery_.Discard(leftover);
+        } else if (Reopen(leftover)) {
+            // This run keeps its own copy before the old one goes.
+            KeepRecoveryCopies();
+            recovery_.Discard(leftover);
+        }
     }
+}
+
+bool MainWindow::Reopen(const RecoveryKeeper::Leftover& leftover)
+{
+    const std::string copy = QFile::encodeName(leftover.copy).toStdString();
+    std::optional<std::string> fault = WhyNotALayout(copy);
+    if (!fault && module_.openEditor(HandleOf(area_), copy.c_str()) == nullptr)
+        fault = "the editor refused it";
+    if (fault) {
+        newFrame_ = nullptr;
+        const std::string message =
+            "The recovery copy of \u201c" + leftover.originalFile.toStdString() +
+            "\u201d could not be opened: " + *fault + ". It stays in \u201c" + copy + "\u201d.";
+        host_.ShowError(message.c_str());
+        return false;
+    }
+    EditorFrame* frame = newFrame_;
+    if (leftover.originalFile == QByteArrayLiteral("New") ||
+        !frame->BecomeChangedAt(leftover.originalFile))
+        frame->BecomeNew(QString());
+    if (const std::optional<int> device = history_.DeviceOf(leftover.originalPath))
+        frame->SetDevice(*device);
+    ShowNewFrame();
+    return true;
 }
 
 void MainWindow::OpenRecent(const QString& path)
@@ -543,7 +594,8 @@ void MainWindow::OpenWithDialog()
 
 void MainWindow::ChooseOscTarget()
 {
-    OscSettingsDialog dialog(sender_.Target(), this);
+    const std::unique_ptr<ServiceBrowser> receivers = services_->BrowseOscReceivers();
+    OscSettingsDialog dialog(sender_.Target(), this, receivers.get());
     if (dialog.exec() != QDialog::Accepted)
         return;
     sender_.SetTarget(dialog.Target());
@@ -559,8 +611,8 @@ void MainWindow::ChooseOscInput()
         return;
     SaveOscInput(settings, dialog.Input());
     QString error;
-    if (!ListenFor(dialog.Input(), error))
-        SayInputRefused(error);
+    if (!services_->ListenFor(dialog.Input(), error))
+        SayRefused(QStringLiteral("OSC Input"), error);
 }
 
 void MainWindow::ChooseGridStep()
@@ -582,15 +634,10 @@ void MainWindow::ApplyGridStep(int step)
         frame->GridStep(step);
 }
 
-bool MainWindow::ListenFor(const OscInput& input, QString& error)
-{
-    return listener_.Apply(input, error);
-}
-
-void MainWindow::SayInputRefused(const QString& reason)
+void MainWindow::SayRefused(const QString& service, const QString& reason)
 {
     monitor_->AddError(reason, QTime::currentTime());
-    QMessageBox::warning(this, QStringLiteral("OSC Input"), reason);
+    QMessageBox::warning(this, service, reason);
 }
 
 void MainWindow::ChoosePreview()
@@ -601,67 +648,42 @@ void MainWindow::ChoosePreview()
         return;
     SavePreviewPlace(settings, dialog.Place());
     QString error;
-    if (!ServePreview(dialog.Place(), error))
-        SayPreviewRefused(error);
+    if (!services_->ServePreview(dialog.Place(), error))
+        SayRefused(QStringLiteral("Phone Preview"), error);
 }
 
-bool MainWindow::ServePreview(const PreviewPlace& place, QString& error)
+void MainWindow::ChooseSync()
 {
-    const QString before = preview_->Address();
-    if (!preview_->Serve(place, error))
-        return false;
-    if (preview_->IsServing() && preview_->Address() != before)
-        PrintPreviewAddress(preview_->Address());
-    return true;
+    QSettings settings;
+    SyncDialog dialog(LoadSyncPlace(settings), this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    SaveSyncPlace(settings, dialog.Place());
+    QString error;
+    if (!services_->ServeSync(dialog.Place(), error))
+        SayRefused(QStringLiteral("Layout Sync"), error);
 }
 
 void MainWindow::RenewPreviewKey()
 {
     QString error;
-    if (!preview_->RenewKey(error))
-        return SayPreviewRefused(error);
-    PrintPreviewAddress(preview_->Address());
-}
-
-void MainWindow::SayPreviewRefused(const QString& reason)
-{
-    monitor_->AddError(reason, QTime::currentTime());
-    QMessageBox::warning(this, QStringLiteral("Phone Preview"), reason);
+    if (!services_->RenewPreviewKey(error))
+        SayRefused(QStringLiteral("Phone Preview"), error);
 }
 
 void MainWindow::ShowPreviewState()
 {
     previewPanel_->Refresh();
     // The panel comes as the preview starts and goes as it stops.
-    if (preview_->IsServing() == previewDock_->isHidden())
-        previewDock_->setVisible(preview_->IsServing());
+    const bool serving = services_->Preview().IsServing();
+    if (serving == previewDock_->isHidden())
+        previewDock_->setVisible(serving);
 }
 
-void MainWindow::TakeReceived(const OscMessageIn& message)
+void MainWindow::ShowNetworkState()
 {
-    const QString address = QString::fromUtf8(message.address);
-    const OscArgument argument =
-        message.arguments.empty() ? OscArgument{} : message.arguments.front();
-    if (argument.kind == OscArgument::kOther) {
-        monitor_->ShowIgnored(++ignoredMessages_, listener_.Malformed());
-        return;
-    }
-    const ReceivedValue value{argument.kind == OscArgument::kTrue    ? ReceivedValue::kOn
-                              : argument.kind == OscArgument::kFalse ? ReceivedValue::kOff
-                                                                     : ReceivedValue::kNumber,
-                              argument.number};
-    int controls = 0;
-    for (EditorFrame* frame : Frames())
-        controls += frame->SetValues(message.address.c_str(), value);
-    QString shown = argument.kind == OscArgument::kTrue    ? QStringLiteral("true")
-                    : argument.kind == OscArgument::kFalse ? QStringLiteral("false")
-                                                           : QString::number(argument.number);
-    if (controls != 1)
-        shown += controls == 0 ? QStringLiteral(" (no control)")
-                               : QStringLiteral(" (%1 controls)").arg(controls);
-    monitor_->AddReceived(address, shown, QTime::currentTime());
-    // The editor may be out of sight; the phones show the values all the same.
-    preview_->Refresh();
+    syncLabel_->setText(services_->SyncState());
+    networkLabel_->setText(services_->AnnouncementProblem());
 }
 
 bool MainWindow::event(QEvent* event)
@@ -702,7 +724,7 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
         return QMainWindow::eventFilter(watched, event);
     if (reinterpret_cast<const HostRequest*>(message->lParam)->words[0] == kRequestHelpTopic) {
         QMessageBox::information(
-            this, QStringLiteral("OSC Editor Help"),
+            this, QStringLiteral("VornOSC Help"),
             QStringLiteral("Insert controls from the Insert menu, drag them into place, and "
                            "double-click one to edit its label, OSC address and range. Turn on "
                            "Test Mode to operate the controls: each value is sent as OSC to "

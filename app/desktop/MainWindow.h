@@ -3,9 +3,8 @@
 #include "DesktopHost.h"
 #include "LayoutHistory.h"
 #include "RecoveryKeeper.h"
-#include "app/osc/OscListener.h"
+#include "app/network/NetworkServices.h"
 #include "app/osc/OscSender.h"
-#include "app/preview/PhonePreview.h"
 #include "host/OSCParms.h"
 
 #include <QMainWindow>
@@ -27,8 +26,8 @@ class QLabel;
 class QMenu;
 
 // The application's window: one frame per open layout, the module's menus
-// beside the application's own, the canvas's status texts, and test-mode
-// values sent as OSC.
+// beside the application's own, the canvas's status texts, test-mode values
+// sent as OSC, and the network services' settings and state.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -64,21 +63,13 @@ public:
     void KeepRecoveryCopies();
     OscMonitor& Monitor() const { return *monitor_; }
     OscSender& Sender() { return sender_; }
-    // Listens for OSC as input says, or stops; on failure it listens nowhere
-    // and gives the reason.
-    bool ListenFor(const OscInput& input, QString& error);
-    // Says in a box and in the monitor why the application does not listen.
-    void SayInputRefused(const QString& reason);
     // The grid step of every canvas, remembered for the next start.
     void ApplyGridStep(int step);
-    const OscListener& Listener() const { return listener_; }
-    // Serves the phone preview as place says, or stops it; on failure it
-    // serves nowhere and gives the reason. Each start prints the address to
-    // open on stdout.
-    bool ServePreview(const PreviewPlace& place, QString& error);
-    // Says in a box and in the monitor why the preview is not served.
-    void SayPreviewRefused(const QString& reason);
-    PhonePreview& Preview() { return *preview_; }
+    // OSC input, the phone preview and layout sync.
+    NetworkServices& Services() { return *services_; }
+    // Says in a box titled service and in the monitor why a network service
+    // does not run.
+    void SayRefused(const QString& service, const QString& reason);
     // The text of Help > About: the program's and its libraries' versions.
     static QString AboutText();
 
@@ -100,8 +91,13 @@ private:
     void NoteKept(const EditorFrame& frame);
     void RefreshTitles();
     void RefreshFileActions();
-    void PasteRecords(const std::vector<const _OSCParms*>& records);
+    // Inserts controls made from records into the active layout by the
+    // editor's insert command, which names the step and selects them.
+    void PasteRecords(const std::vector<const _OSCParms*>& records, int command);
     void FillRecentMenu();
+    // Opens a recovery copy as its own layout, changed; false, after saying
+    // why, when it does not open.
+    bool Reopen(const RecoveryKeeper::Leftover& leftover);
     // Opens a recent layout, or forgets one that is gone.
     void OpenRecent(const QString& path);
     void OpenWithDialog();
@@ -112,10 +108,9 @@ private:
     void ChooseGridStep();
     void ChoosePreview();
     void RenewPreviewKey();
+    void ChooseSync();
     void ShowPreviewState();
-    // A received message sets the value of the controls at its address in
-    // every open layout; one without a value is counted and ignored.
-    void TakeReceived(const OscMessageIn& message);
+    void ShowNetworkState();
 
     ModuleLibrary& module_;
     DesktopHost host_;
@@ -124,12 +119,10 @@ private:
     OscSender sender_;
     EditorArea* area_;
     OscMonitor* monitor_;
-    OscListener listener_;
-    // Goes before the sender and the monitor it sends through.
-    std::unique_ptr<PhonePreview> preview_;
+    // Goes before the sender and the monitor they send through.
+    std::unique_ptr<NetworkServices> services_;
     PreviewPanel* previewPanel_ = nullptr;
     QDockWidget* previewDock_ = nullptr;
-    int ignoredMessages_ = 0;
     QMenu* fileMenu_ = nullptr;
     QMenu* recentMenu_ = nullptr;
     QMenu* insertMenu_ = nullptr;
@@ -138,6 +131,9 @@ private:
     QAction* closeAction_ = nullptr;
     QAction* moduleFilePlace_ = nullptr;  // where the module's file commands go
     EditorFrame* newFrame_ = nullptr;     // the frame made last, until it is shown
+    bool newFrameFills_ = true;           // whether it fills the work area, as the others do
     QTimer titleRefresh_;                 // coalesces the title updates after input
     QLabel* zoomLabel_ = nullptr;         // the active layout's zoom
+    QLabel* syncLabel_ = nullptr;         // where layout sync serves, while it does
+    QLabel* networkLabel_ = nullptr;      // why the services are not announced
 };

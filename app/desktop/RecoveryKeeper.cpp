@@ -90,28 +90,13 @@ QList<RecoveryKeeper::Leftover> RecoveryKeeper::Leftovers() const
         for (const QFileInfo& copy :
              folder.entryInfoList({QStringLiteral("*") + kCopySuffix}, QDir::Files, QDir::Time)) {
             QFile note(copy.filePath() + kNoteSuffix);
-            const QString original = note.open(QIODevice::ReadOnly)
-                                         ? QFile::decodeName(note.readAll())
-                                         : QStringLiteral("New");
-            leftovers.append({copy.filePath(), original, copy.lastModified()});
+            const QByteArray original =
+                note.open(QIODevice::ReadOnly) ? note.readAll() : QByteArrayLiteral("New");
+            leftovers.append(
+                {copy.filePath(), QFile::decodeName(original), original, copy.lastModified()});
         }
     }
     return leftovers;
-}
-
-QString RecoveryKeeper::Recover(const Leftover& leftover) const
-{
-    const QString recovered = QFileInfo(root_).dir().filePath(QStringLiteral("Recovered"));
-    QDir().mkpath(recovered);
-    const QString name =
-        QStringLiteral("%1 (recovered %2)%3")
-            .arg(QFileInfo(leftover.originalPath).completeBaseName(),
-                 leftover.written.toString(QStringLiteral("yyyy-MM-dd hh.mm.ss")), kCopySuffix);
-    const QString target = recovered + QLatin1Char('/') + name;
-    QFile::remove(target);
-    QFile::rename(leftover.copy, target);
-    Discard(leftover);
-    return target;
 }
 
 void RecoveryKeeper::Discard(const Leftover& leftover) const

@@ -26,12 +26,10 @@ public:
     struct Leftover {
         QString copy;          // the recovery copy
         QString originalPath;  // the layout it was made from ("New" if never saved)
+        QByteArray originalFile;  // the same path as the file system's bytes
         QDateTime written;
     };
     QList<Leftover> Leftovers() const;
-    // Moves a leftover copy to "Recovered" in the data folder, under its
-    // layout's name and the time it was written, and returns where it went.
-    QString Recover(const Leftover& leftover) const;
     void Discard(const Leftover& leftover) const;
 
 private:

@@ -13,6 +13,10 @@ public:
     WindowMenu(QMdiArea& area, QWidget* parent);
 
 private:
+    // Qt's own cascade sizes frames by their hints, which an editor leaves
+    // small, and its tiles shrink as layouts open: here each keeps room to work in.
+    void Cascade();
+    void Tile();
     void ListLayouts();
 
     QMdiArea& area_;

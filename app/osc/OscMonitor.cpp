@@ -11,6 +11,8 @@
 namespace {
 
 constexpr int kMaxRows = 200;
+// Rows the panel has room for when it first opens.
+constexpr int kRowsShownAtFirst = 8;
 
 enum Column { kDirection, kAddress, kValue, kTime, kColumnCount };
 
@@ -58,6 +60,11 @@ void OscMonitor::AddError(const QString& text, const QTime& time)
         table_->item(0, column)->setForeground(Qt::red);
 }
 
+void OscMonitor::AddSynced(const QString& peerAddress, const QString& file, const QTime& time)
+{
+    AddRow(QStringLiteral("sync"), peerAddress, file, time);
+}
+
 int OscMonitor::Count() const
 {
     return table_->rowCount();
@@ -82,6 +89,16 @@ void OscMonitor::ShowIgnored(int ignored, int malformed)
 {
     ignored_->setText(
         tr("Received and ignored: %1 without a value, %2 unreadable").arg(ignored).arg(malformed));
+}
+
+QSize OscMonitor::sizeHint() const
+{
+    // The rows wanted and the column titles above them, in the table's frame,
+    // then what the panel has beside the table.
+    const int table = kRowsShownAtFirst * table_->verticalHeader()->defaultSectionSize() +
+                      table_->horizontalHeader()->sizeHint().height() + 2 * table_->frameWidth();
+    const QSize whole = QWidget::sizeHint();
+    return {whole.width(), whole.height() - table_->sizeHint().height() + table};
 }
 
 QString OscMonitor::IgnoredText() const

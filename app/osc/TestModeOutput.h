@@ -10,9 +10,10 @@ class OscMonitor;
 class OscSender;
 
 // What test mode sends for a control the user operates, as a touch surface
-// would: faders and knobs their value on every press, move and release on
-// them; toggles their new value on press; push buttons their maximum on press
-// and their minimum when the press ends, wherever it ends. Labels send nothing.
+// would: faders and knobs their value on every press, move and release,
+// wherever the pointer went; toggles their new value on press; push buttons
+// their maximum on press and their minimum when the press ends, wherever it
+// ends. Labels send nothing.
 std::optional<std::int32_t> ValueToSend(const OperatedControl& control);
 
 // Why a control's address cannot be sent ("its OSC address is empty"), or

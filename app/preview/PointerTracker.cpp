@@ -59,8 +59,10 @@ std::optional<PointerOperation> PointerTracker::Take(int browser, const BrowserP
         held_.erase(held);
         return std::nullopt;
     }
-    const bool onIt = pointer.page == control.page &&
-                      IndexAt(layout, pointer.page, pointer.x, pointer.y) == control.index;
+    // A fader or knob follows its pointer anywhere, as on the canvas; the others only over them.
+    const bool onIt = ControlAt(layout, control.page, control.index)->FollowsPointer() ||
+                      (pointer.page == control.page &&
+                       IndexAt(layout, pointer.page, pointer.x, pointer.y) == control.index);
     if (pointer.phase == BrowserPointer::kMove) {
         if (!onIt)
             return std::nullopt;

@@ -31,8 +31,9 @@ struct PointerOperation {
 
 // Operates controls with the browsers' pointers as the canvas does in test
 // mode with the mouse, each pointer on its own: a press on a control holds
-// it; moves over it and a release on it run its value rule; a release
-// elsewhere, or a pointer lost, ends the press away from it.
+// it; moves over it and a release on it run its value rule, as do moves and
+// a release anywhere for a fader or knob; another release, or a pointer
+// lost, ends the press away from it.
 class PointerTracker {
 public:
     // Ten fingers; a browser that claims more presses nothing with the rest.

@@ -171,6 +171,8 @@ int main(int argc, char** argv)
     qputenv("XDG_CONFIG_HOME", (home / "config").c_str());
     qputenv("XDG_DATA_HOME", (home / "data").c_str());
     qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The Avahi daemon of the tests, the system's or their own.
+    qputenv("DBUS_SYSTEM_BUS_ADDRESS", AVAHI_BUS);
     QApplication application(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("vornosc"));
     QApplication::setApplicationName(QStringLiteral("vornosc"));

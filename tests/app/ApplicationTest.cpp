@@ -1,6 +1,7 @@
 // The desktop application hosting the built module: test mode sending each control's own address,
 // inserting controls, the layouts' windows, titles and keys, and what it remembers of layouts.
 #include "AppFixture.h"
+#include "app/desktop/FramePlaces.h"
 #include "app/osc/OscMonitor.h"
 #include "document/ControlClipboard.h"
 #include "document/ControlTables.h"
@@ -9,9 +10,11 @@
 
 #include <QCoreApplication>
 #include <QMenu>
+#include <QHeaderView>
 #include <QMenuBar>
 #include <QStandardPaths>
 #include <QStatusBar>
+#include <QTableWidget>
 #include <QTest>
 #include <QWindow>
 
@@ -38,6 +41,19 @@ void CollectItems(const QList<QAction*>& actions, std::vector<QAction*>& items)
         if (action->menu() != nullptr)
             CollectItems(action->menu()->actions(), items);
     }
+}
+
+// The Undo item's text, as its menu shows it when it opens.
+std::string UndoItem(const QMainWindow& window)
+{
+    for (QAction* top : window.menuBar()->actions()) {
+        Q_EMIT top->menu()->aboutToShow();
+        for (const QAction* item : top->menu()->actions()) {
+            if (item->data().toInt() == ID_EDIT_UNDO)
+                return item->text().toStdString();
+        }
+    }
+    return {};
 }
 
 TEST_F(AppTest, TestModeSendsEachControlsOwnAddressAsATouchSurfaceDoes)
@@ -74,7 +90,8 @@ TEST_F(AppTest, TestModeSendsEachControlsOwnAddressAsATouchSurfaceDoes)
         << window->statusBar()->currentMessage().toStdString();
 }
 
-TEST_F(AppTest, InsertNumbersControlsAfterTheirKindOnTheLayoutAndReadsParametersOnlyWhenTheyRead)
+TEST_F(AppTest,
+       InsertNumbersControlsAfterTheirKindOnTheLayoutSelectsThemAndReadsParametersOnlyWhenTheyRead)
 {
     window->NewLayout();
     for (int type = 0; type < kControlTypeCount; ++type)
@@ -83,6 +100,7 @@ TEST_F(AppTest, InsertNumbersControlsAfterTheirKindOnTheLayoutAndReadsParameters
     answers = {"Ok", "Save", "Inserted.VornOsc"};
     window->InsertParametersFrom(QStringLiteral(DATA_DIR "/parameters-without-place.json"));
     window->InsertParametersFrom(QStringLiteral(DATA_DIR "/parameters.json"));
+    EXPECT_EQ(UndoItem(*window), "&Undo Insert Parameters");
     Frame().close();
     EXPECT_EQ(answered,
               (std::vector<std::string>{"The parameters in \u201c" DATA_DIR
@@ -108,13 +126,19 @@ TEST_F(AppTest, InsertNumbersControlsAfterTheirKindOnTheLayoutAndReadsParameters
                       {{"at", {100, 50, 40, 40}}, {"type", "knob"}, {"name", "Fader 99999"}}}));
     window->InsertControl(kFader);
     window->InsertControl(kKnob);
+    EXPECT_EQ(UndoItem(*window), "&Undo Insert");
+    // What was inserted is selected: Ctrl+D copies the knob alone.
+    QApplication::setActiveWindow(window.get());
+    Frame().Editor()->setFocus();
+    QTest::keyClick(window.get(), Qt::Key_D, Qt::ControlModifier);
     window->InsertControl(kLabel);
     Frame().Send(WM_COMMAND, ID_EDIT_UNDO);  // an insert is a step of its own
     answers = {"Save"};
     Frame().close();
     const ControlList numbered = ControlsOfLayout(folder / "Numbered.VornOsc");
-    ASSERT_EQ(numbered.size(), 5u);
-    EXPECT_EQ(std::string(numbered[1]->name) + ", " + numbered[0]->name, "Fader 42, Knob 1");
+    ASSERT_EQ(numbered.size(), 6u);
+    EXPECT_EQ(std::string(numbered[2]->name) + ", " + numbered[1]->name + ", " + numbered[0]->name,
+              "Fader 42, Knob 1, Knob 2");
 }
 
 TEST_F(AppTest, OpenRecentListsTheLayoutsOpenedAndSavedLatestFirstAndForgetsThoseThatAreGone)
@@ -152,10 +176,37 @@ TEST_F(AppTest, OpenRecentListsTheLayoutsOpenedAndSavedLatestFirstAndForgetsThos
     EXPECT_EQ(window->Frames().size(), 4) << "nothing more opened";
 }
 
-TEST_F(AppTest, LayoutsFillTheWorkAreaAndTheWindowMenuListsCyclesTilesAndCascadesThem)
+TEST(FramePlaces, CascadedAndTiledFramesTakeTwoThirdsOfTheAreaAndStayInsideIt)
+{
+    const auto expectPlace = [](const nlohmann::json& c, const QRect& place) {
+        EXPECT_EQ(nlohmann::json({place.x(), place.y(), place.width(), place.height()}), c["place"])
+            << c;
+    };
+    const auto area = [](const nlohmann::json& c) {
+        return QRect(c["area"][0], c["area"][1], c["area"][2], c["area"][3]);
+    };
+    for (const nlohmann::json& c : Cases(DATA_DIR "/app.json", "cascade"))
+        expectPlace(c, CascadePlace(area(c), c["index"], c["step"]));
+    for (const nlohmann::json& c : Cases(DATA_DIR "/app.json", "tile"))
+        expectPlace(c, TilePlace(area(c), c["index"], c["count"]));
+}
+
+TEST_F(AppTest, LayoutsOpenWholeAsTheOthersAreAndTheWindowMenuListsCyclesTilesAndCascadesThem)
 {
     Open(CopyOfExample("One.VornOsc"));
     Open(CopyOfExample("Two.VornOsc"));
+    const QRect area = Frame().parentWidget()->rect();
+    EXPECT_EQ(Frame().geometry(), area) << "the second fills the area as the first does";
+    // Whole in the area, with room to work and the title bar showing.
+    const auto expectWhole = [&area](const EditorFrame* frame, const char* after) {
+        EXPECT_FALSE(frame->isMaximized()) << after;
+        EXPECT_TRUE(area.contains(frame->geometry())) << after;
+        EXPECT_GE(frame->width() * 3, area.width() * 2 - 2) << after;
+        EXPECT_GE(frame->height() * 3, area.height() * 2 - 2) << after;
+    };
+    // The monitor below shows eight rows.
+    const auto* monitor = window->Monitor().findChild<QTableWidget*>();
+    EXPECT_GE(monitor->viewport()->height(), 8 * monitor->verticalHeader()->defaultSectionSize());
     QMenu* windows = MenuTitled(*window, QStringLiteral("&Window"));
     ASSERT_NE(windows, nullptr);
     const auto listed = [windows] {
@@ -176,9 +227,22 @@ TEST_F(AppTest, LayoutsFillTheWorkAreaAndTheWindowMenuListsCyclesTilesAndCascade
     EXPECT_EQ(Frame().windowTitle(), QStringLiteral("Two[*]"));
     windows->actions()[6]->trigger();
     EXPECT_EQ(Frame().windowTitle(), QStringLiteral("One[*]"));
+    windows->actions()[1]->trigger();
+    QList<int> tops;
+    for (const EditorFrame* frame : window->Frames()) {
+        expectWhole(frame, "cascaded");
+        tops.append(frame->y());
+    }
+    EXPECT_GE(std::abs(tops[1] - tops[0]), Frame().TitleHeight()) << "both titles show";
+    window->NewLayout();
+    expectWhole(&Frame(), "opened beside cascaded ones");
+    EXPECT_EQ(Frame().y(), 2 * Frame().TitleHeight()) << "the next place of the cascade";
     windows->actions()[0]->trigger();
-    for (const EditorFrame* frame : window->Frames())
-        EXPECT_FALSE(frame->isMaximized()) << "tiled";
+    for (const EditorFrame* frame : window->Frames()) {
+        expectWhole(frame, "tiled");
+        const QWidget* shown = frame->parentWidget()->childAt(frame->pos() + QPoint(4, 4));
+        EXPECT_TRUE(shown == frame || frame->isAncestorOf(shown)) << "its title bar shows";
+    }
 }
 
 TEST_F(AppTest, EachKeyHasOneItemAndTheKeysForClosingSavingAndDeletingDoWhatTheySay)

@@ -231,9 +231,9 @@ TEST_F(AppTest, ReceivedOscMovesTheControlsAtItsAddressInEveryLayoutAndIsNeverSe
     Open(WriteLayout("Surface.VornOsc", c["controls"]));
     Pick(ID_OSCTESTMODE);
     QString error;
-    ASSERT_TRUE(window->ListenFor({true, "127.0.0.1", 0}, error)) << error.toStdString();
+    ASSERT_TRUE(window->Services().ListenFor({true, "127.0.0.1", 0}, error)) << error.toStdString();
     for (const json& step : c["steps"])
-        SendStep(window->Listener().Port(), step);
+        SendStep(window->Services().Listener().Port(), step);
     const auto rows = c["monitor"].get<std::vector<std::string>>();
     QElapsedTimer waited;
     waited.start();
@@ -265,11 +265,11 @@ TEST_F(AppTest, ABurstOfReceivedValuesKeepsTheWindowAnsweringAndTheLastValueWins
         "color": 1, "range": [0, 10000], "name": "Level", "command": "/level"}])")));
     Pick(ID_OSCTESTMODE);
     QString error;
-    ASSERT_TRUE(window->ListenFor({true, "127.0.0.1", 0}, error)) << error.toStdString();
+    ASSERT_TRUE(window->Services().ListenFor({true, "127.0.0.1", 0}, error)) << error.toStdString();
     const char* asked = std::getenv("VORNOSC_BURST_SECONDS");
     const int seconds = asked != nullptr ? std::max(1, std::atoi(asked)) : 1;
     const int total = 10000 * seconds;
-    const int port = window->Listener().Port();
+    const int port = window->Services().Listener().Port();
     std::thread sender([port, total] {
         const lo_address to = lo_address_new("127.0.0.1", std::to_string(port).c_str());
         const auto start = std::chrono::steady_clock::now();
@@ -309,8 +309,8 @@ TEST_F(AppTest, ABurstOfReceivedValuesKeepsTheWindowAnsweringAndTheLastValueWins
     std::printf(
         "burst: %d of %d messages handled in %lld ms, %.0f a second; worst pause of the "
         "window %lld ms; last value shown %lld ms after the last was sent\n",
-        window->Listener().Received(), total + 1, sentAt + settled,
-        window->Listener().Received() * 1000.0 / std::max<qint64>(1, sentAt + settled), worstGap,
+        window->Services().Listener().Received(), total + 1, sentAt + settled,
+        window->Services().Listener().Received() * 1000.0 / std::max<qint64>(1, sentAt + settled), worstGap,
         settled);
     EXPECT_EQ(window->Monitor().ValueAt(0), u"4321"_qs) << "the last value wins";
     EXPECT_LE(window->Monitor().Count(), 200);

@@ -246,18 +246,18 @@ protected:
     {
         EXPECT_TRUE(Open(layout));
         QString error;
-        EXPECT_TRUE(window->ServePreview({true, "127.0.0.1", 0}, error)) << error.toStdString();
-        return window->Preview().Address();
+        EXPECT_TRUE(window->Services().ServePreview({true, "127.0.0.1", 0}, error)) << error.toStdString();
+        return window->Services().Preview().Address();
     }
 
     // The page's own origin, and the address of its WebSocket.
     QString Origin() const
     {
-        return u"http://127.0.0.1:%1"_s.arg(QUrl(window->Preview().Address()).port());
+        return u"http://127.0.0.1:%1"_s.arg(QUrl(window->Services().Preview().Address()).port());
     }
     QUrl SocketUrl() const
     {
-        return QString(window->Preview().Address())
+        return QString(window->Services().Preview().Address())
             .replace(u"http:"_s, u"ws:"_s)
             .replace(u"/?"_s, u"/socket?"_s);
     }
@@ -394,28 +394,28 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     browser->Touches("touchStart", {{150, 120, 1}});
     browser->Touches("touchMove", {{200, 120, 1}});
     browser->Touches("touchMove", {{250, 120, 1}});
-    browser->Touches("touchMove", {{350, 120, 1}});  // off the fader: nothing
-    browser->Touches("touchEnd", {});                // released away: nothing
+    browser->Touches("touchMove", {{350, 120, 1}});  // past the fader's end: full
+    browser->Touches("touchEnd", {});                // released there: full
     browser->Touches("touchStart", {{420, 250, 1}, {520, 250, 2}});
     browser->Touches("touchMove", {{420, 200, 1}, {520, 150, 2}});
     browser->Touches("touchEnd", {});
     // Two fingers moved at once are told in an order of the browser's own.
-    std::vector<std::string> received = Received(12);
-    std::stable_partition(received.begin() + 6, received.end(),
+    std::vector<std::string> received = Received(14);
+    std::stable_partition(received.begin() + 8, received.end(),
                           [](const std::string& message) { return message[1] == 'b'; });
-    EXPECT_EQ(received,
-              (std::vector<std::string>{"/mute 1", "/tap 20", "/tap 10", "/a 25", "/a 50", "/a 75",
-                                        "/b 25", "/b 50", "/b 50", "/c 25", "/c 75", "/c 75"}));
-    EXPECT_EQ(window->Monitor().Count(), 12);
+    EXPECT_EQ(received, (std::vector<std::string>{"/mute 1", "/tap 20", "/tap 10", "/a 25", "/a 50",
+                                                  "/a 75", "/a 100", "/a 100", "/b 25", "/b 50",
+                                                  "/b 50", "/c 25", "/c 75", "/c 75"}));
+    EXPECT_EQ(window->Monitor().Count(), 14);
     // The canvas shows the values; every browser too, the toggle lit.
     LayoutSnapshot shown;
     Frame().LayoutState(&shown, nullptr);
     std::vector<int> values;
     for (const OSCControl& control : shown.pages[0].controls)
         values.push_back(control.value);
-    EXPECT_EQ(values, (std::vector<int>{75, 50, 75, 1, 0, 0}));
+    EXPECT_EQ(values, (std::vector<int>{100, 50, 75, 1, 0, 0}));
     EXPECT_TRUE(Drawn(QStringLiteral(
-        "vornoscPreview.layout.controls[0].map(c => c.value).join() === '75,50,75,1,0,0'")));
+        "vornoscPreview.layout.controls[0].map(c => c.value).join() === '100,50,75,1,0,0'")));
     EXPECT_EQ(PixelAt(130, 320), "#00ff00");  // the toggle lit, in its full colour
     EXPECT_EQ(PixelAt(420, 250), "#00ff00");  // fader b's level, half way up
     EXPECT_EQ(PixelAt(420, 150), "#001f00");  // and its frame above
@@ -457,7 +457,7 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
         return count(QAbstractSocket::ConnectedState) == 7 &&
                count(QAbstractSocket::UnconnectedState) == 3;
     }));
-    EXPECT_EQ(window->Preview().Browsers().size(), 8u);
+    EXPECT_EQ(window->Services().Preview().Browsers().size(), 8u);
     EXPECT_EQ(PanelBrowsers().size(), 8u);
     std::vector<QWebSocket*> connected;
     for (int i = 0; i < PreviewServer::kMostBrowsers; ++i) {
@@ -474,9 +474,9 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     // A browser that goes while holding the push button lets go of it; one
     // that sends more than a message may hold is shut out.
     connected[0]->sendTextMessage(PointerMessage("down", 1, 230, 320));
-    ASSERT_EQ(Received(13).back(), "/tap 20");
+    ASSERT_EQ(Received(15).back(), "/tap 20");
     connected[0]->close();
-    EXPECT_EQ(Received(14).back(), "/tap 10");
+    EXPECT_EQ(Received(16).back(), "/tap 10");
     connected[1]->sendTextMessage(QString(PreviewServer::kLargestMessage + 1, u' '));
     EXPECT_TRUE(QTest::qWaitFor(
         [&] { return connected[1]->state() == QAbstractSocket::UnconnectedState; }));
@@ -491,7 +491,7 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     for (qint64 sent = 0; sent <= BoundedTcpServer::kLargestRequest; sent += padding.size())
         connected[2]->sendTextMessage(padded.arg(QStringLiteral("move"), padding));
     connected[2]->sendTextMessage(padded.arg(QStringLiteral("up"), padding));
-    const std::vector<std::string> lastTaps = Received(16);
+    const std::vector<std::string> lastTaps = Received(18);
     EXPECT_EQ(std::vector(lastTaps.end() - 2, lastTaps.end()),
               (std::vector<std::string>{"/tap 20", "/tap 10"}));
 
@@ -500,10 +500,10 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     for (int x = 151; x <= 200; ++x)
         connected[3]->sendTextMessage(PointerMessage("move", 1, x, 120));
     connected[3]->sendTextMessage(PointerMessage("up", 1, 200, 120));
-    const std::vector<std::string> coalesced = Received(19);
-    EXPECT_EQ(std::vector(coalesced.begin() + 16, coalesced.end()),
+    const std::vector<std::string> coalesced = Received(21);
+    EXPECT_EQ(std::vector(coalesced.begin() + 18, coalesced.end()),
               (std::vector<std::string>{"/a 25", "/a 50", "/a 50"}));
-    EXPECT_EQ(receiver.WaitFor(20, 300ms).size(), 19u);
+    EXPECT_EQ(receiver.WaitFor(22, 300ms).size(), 21u);
 
     // A thousand messages in a second are taken; the next are dropped, and
     // the panel counts them.
@@ -525,10 +525,10 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
     // Values received as OSC show on the phones while the editor is out of sight.
     Pick(ID_OSCTESTMODE);
     QString error;
-    ASSERT_TRUE(window->ListenFor({true, "127.0.0.1", 0}, error)) << error.toStdString();
+    ASSERT_TRUE(window->Services().ListenFor({true, "127.0.0.1", 0}, error)) << error.toStdString();
     window->hide();
     const lo_address to =
-        lo_address_new("127.0.0.1", std::to_string(window->Listener().Port()).c_str());
+        lo_address_new("127.0.0.1", std::to_string(window->Services().Listener().Port()).c_str());
     lo_send(to, "/c", "i", 30);
     lo_address_free(to);
     EXPECT_TRUE(Drawn(QStringLiteral("vornoscPreview.layout.controls[0][2].value === 30")));
@@ -566,7 +566,7 @@ TEST_F(PreviewTest, APageOfFiveHundredControlsIsDrawnFastKeepsUpWithAFloodAndFol
     double flooded = 0;
     {
         const Flood flood(SocketUrl(), Origin());
-        ASSERT_TRUE(QTest::qWaitFor([&] { return window->Preview().Browsers().size() == 2; }));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return window->Services().Preview().Browsers().size() == 2; }));
         QTest::qWait(500);
         flooded = TouchToOsc(139, 57, "/c3", ahead);
     }
@@ -647,7 +647,7 @@ TEST_F(PreviewTest, APhoneShowsTheLayoutAtItsLargestEitherWayAndAnEarlierKeysPag
         if (action->text() == u"&New Key"_s)
             action->trigger();
     }
-    const QString second = window->Preview().Address();
+    const QString second = window->Services().Preview().Address();
     const int port = QUrl(first).port();
     EXPECT_NE(second, first);
     EXPECT_EQ(QUrl(second).port(), port);
@@ -665,7 +665,7 @@ TEST_F(PreviewTest, APhoneShowsTheLayoutAtItsLargestEitherWayAndAnEarlierKeysPag
     browser->Open(second);
     ASSERT_TRUE(Drawn(QStringLiteral("vornoscPreview.layout.controls[0]?.length === 2")));
     QString error;
-    ASSERT_TRUE(window->ServePreview({}, error));
+    ASSERT_TRUE(window->Services().ServePreview({}, error));
     PhonePreview restarted([](LayoutSnapshot*, const ControlValue*) { return false; },
                            window->Sender(), window->Monitor());
     ASSERT_TRUE(restarted.Serve({true, "127.0.0.1", port}, error)) << error.toStdString();
@@ -702,7 +702,7 @@ TEST_F(PreviewTest, IdleConnectionsAreCutAndNeverLockTheBrowserOut)
         EXPECT_GT(HeldConnections(port), BoundedTcpServer::kMostWaiting / 2);
         EXPECT_TRUE(QTest::qWaitFor([&] { return HeldConnections(port) == 1; }, 6000))
             << HeldConnections(port);
-        EXPECT_EQ(window->Preview().Browsers().size(), 1u);
+        EXPECT_EQ(window->Services().Preview().Browsers().size(), 1u);
     }
     // Out of files before 64 are held, the server takes connections again
     // once files are free.
@@ -790,8 +790,8 @@ TEST_F(AppTest, NobodyWithoutTheKeyOrFromAnotherSiteSeesAnythingAndTheCodeShowsT
     red.fill(Qt::red);
     QApplication::setWindowIcon(QIcon(QPixmap::fromImage(red)));
     QString error;
-    ASSERT_TRUE(window->ServePreview({true, "127.0.0.1", 0}, error));
-    const QUrl address(window->Preview().Address());
+    ASSERT_TRUE(window->Services().ServePreview({true, "127.0.0.1", 0}, error));
+    const QUrl address(window->Services().Preview().Address());
     const QByteArray key = QUrlQuery(address).queryItemValue(QStringLiteral("key")).toLatin1();
     EXPECT_EQ(key.size(), 32);  // 128 bits
     const QByteArray port = QByteArray::number(address.port());
@@ -873,7 +873,7 @@ TEST_F(AppTest, NobodyWithoutTheKeyOrFromAnotherSiteSeesAnythingAndTheCodeShowsT
     EXPECT_EQ(read.output, address.toString().toStdString() + "\n");
 
     // Off again, the port is closed and the panel goes.
-    ASSERT_TRUE(window->ServePreview({}, error));
+    ASSERT_TRUE(window->Services().ServePreview({}, error));
     EXPECT_EQ(Answer(address.port(), "GET / HTTP/1.1\r\n\r\n"), "");
     EXPECT_TRUE(window->findChild<QDockWidget*>(QStringLiteral("phonePreview"))->isHidden());
 }

@@ -1,6 +1,7 @@
 // Unsaved changes outlive a crash: the recovery copies a killed run leaves are offered at the
 // next start.
 #include "AppFixture.h"
+#include "document/ControlTables.h"
 
 #include <QCoreApplication>
 #include <QProcess>
@@ -8,6 +9,7 @@
 
 #include <csignal>
 #include <filesystem>
+#include <map>
 
 namespace {
 
@@ -41,9 +43,20 @@ TEST_F(AppTest, AKilledApplicationsUnsavedLayoutIsOfferedOnceAtTheNextStartToReo
         EXPECT_FALSE(QDir(killed).exists());
         ASSERT_EQ(window->Frames().size(), answer == "Open" ? 1 : 0);
     }
-    EXPECT_TRUE(Frame().LayoutPath().contains(QStringLiteral("/Recovered/Live (recovered ")));
-    EXPECT_NE(ReadWholeFile(Frame().LayoutPath().toStdString())->find("Cutoff"), std::string::npos)
-        << "the copy holds the inserted control";
+    // The layout is its own again, changed until saved there.
+    const std::string live = folder / "Live.VornOsc";
+    EXPECT_EQ(Frame().LayoutPath().toStdString(), live);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Frame().ShownTitle(), QStringLiteral("Live*"));
+    EXPECT_EQ(ReadWholeFile(live)->find("Cutoff"), std::string::npos) << "not saved yet";
+    const QString mine = RecoveryFolder(QCoreApplication::applicationPid());
+    EXPECT_EQ(QDir(mine, QStringLiteral("*.VornOsc")).count(), 1) << "kept by this run now";
+    window->SaveLayout();
+    EXPECT_NE(ReadWholeFile(live)->find("Cutoff"), std::string::npos)
+        << "the copy held the inserted control";
+    EXPECT_FALSE(Frame().IsModified());
+    window->KeepRecoveryCopies();
+    EXPECT_EQ(QDir(mine, QStringLiteral("*.VornOsc")).count(), 0) << "a saved layout needs none";
     EXPECT_EQ(QDir(running, QStringLiteral("*.VornOsc")).count(), 1)
         << "a running application keeps its copies";
     QDir(running).removeRecursively();
@@ -54,11 +67,13 @@ TEST_F(AppTest, AKilledApplicationsUnsavedLayoutIsOfferedOnceAtTheNextStartToReo
 
 TEST_F(AppTest, AMoveWithTheMouseIsAChangeAskedAboutBeforeClosingKeptInACopyAndOfferedAfterACrash)
 {
+    window->NewLayout();
+    window->InsertControl(kKnob);
     Open(CopyOfExample("Moved.VornOsc"));
     Drag({64, 200}, {164, 200});  // Level 1, from x 44 to 144
     window->KeepRecoveryCopies();
     const QString copies = RecoveryFolder(QCoreApplication::applicationPid());
-    EXPECT_EQ(QDir(copies, QStringLiteral("*.VornOsc")).count(), 1);
+    EXPECT_EQ(QDir(copies, QStringLiteral("*.VornOsc")).count(), 2);
     answers = {"Cancel"};
     Frame().close();
     EXPECT_EQ(answered, std::vector<std::string>{
@@ -73,12 +88,19 @@ TEST_F(AppTest, AMoveWithTheMouseIsAChangeAskedAboutBeforeClosingKeptInACopyAndO
     std::filesystem::copy(copies.toStdString(), RecoveryFolder(run).toStdString());
     answers = {"Open"};
     window->OfferRecovery();
-    ASSERT_EQ(window->Frames().size(), 2);
-    for (const auto& control : ControlsOfLayout(Frame().LayoutPath().toStdString())) {
-        if (std::string_view(control->name) == "Level 1") {
-            EXPECT_EQ(control->x, 144);
-        }
+    ASSERT_EQ(window->Frames().size(), 4);
+    // Each reopens as it stood: under its own path, or as a new layout, changed.
+    std::map<std::string, std::string> reopened;
+    for (EditorFrame* frame : window->Frames().mid(2)) {
+        EXPECT_TRUE(frame->IsModified());
+        const std::string copy = folder / "copy.VornOsc";
+        ASSERT_TRUE(frame->WriteCopy(QString::fromStdString(copy)));
+        for (const auto& control : ControlsOfLayout(copy))
+            reopened[frame->LayoutPath().toStdString()] +=
+                control->name + (' ' + std::to_string(control->x)) + ',';
     }
+    EXPECT_TRUE(reopened["New"].starts_with("Knob 1 ")) << reopened["New"];
+    EXPECT_NE(reopened[folder / "Moved.VornOsc"].find("Level 1 144,"), std::string::npos);
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ std::string Told(const PointerOperation& operation)
            std::to_string(operation.control.value) + (operation.valueChanged ? " changed" : "");
 }
 
-TEST(PreviewPointers, APressHoldsTheControlUnderItsPointerAndRunsItsValueRuleOnItOnly)
+TEST(PreviewPointers, APressHoldsTheControlUnderItsPointerAndRunsItsValueRuleOnItOrForAFaderOrKnobAnywhere)
 {
     for (const json& c : Cases(DATA_DIR "/preview.json", "pointers")) {
         const LayoutSnapshot layout =
