@@ -43,6 +43,8 @@ HeadlessBrowser::HeadlessBrowser(int width, int height)
          QStringLiteral("--no-first-run"), QStringLiteral("--disable-background-networking"),
          QStringLiteral("--disable-component-update"), QStringLiteral("--disable-sync"),
          QStringLiteral("--user-data-dir=") + profile_.path(),
+         // Another site's name that leads here, as a rebinding site's does.
+         QStringLiteral("--host-resolver-rules=MAP rebound.example 127.0.0.1"),
          QStringLiteral("--remote-debugging-port=0"), QStringLiteral("about:blank")});
     // Chromium says on stderr where its DevTools listen.
     const QRegularExpression listening(QStringLiteral("DevTools listening on (ws://\\S+)"));
