@@ -255,7 +255,7 @@ void PreviewServer::Welcome(std::unique_ptr<QWebSocket> socket)
         refused->setParent(this);
         connect(refused, &QWebSocket::disconnected, refused, &QObject::deleteLater);
         refused->close(QWebSocketProtocol::CloseCodePolicyViolated,
-                       QStringLiteral("vornosc shows its preview on %1 browsers at most; close "
+                       QStringLiteral("VornOSC shows its preview on %1 browsers at most; close "
                                       "it on another one first.")
                            .arg(kMostBrowsers));
         return;

@@ -467,7 +467,7 @@ TEST_F(PreviewTest, TouchesOperateTheLayoutAsTestModeDoesAndEditsShowInTheBrowse
         }
         EXPECT_EQ(others[i]->closeCode(), QWebSocketProtocol::CloseCodePolicyViolated);
         EXPECT_EQ(others[i]->closeReason().toStdString(),
-                  "vornosc shows its preview on 8 browsers at most; close it on another one "
+                  "VornOSC shows its preview on 8 browsers at most; close it on another one "
                   "first.");
     }
 
@@ -640,7 +640,7 @@ TEST_F(PreviewTest, APhoneShowsTheLayoutAtItsLargestEitherWayAndAnEarlierKeysPag
         return browser->WaitUntil(QStringLiteral("vornoscPreview.refused()"), 10s) &&
                browser->Evaluate(QStringLiteral("document.getElementById('notice').textContent"))
                        .toString() ==
-                   u"vornosc was restarted or made a new key: scan the new code in its Phone "
+                   u"VornOSC was restarted or made a new key: scan the new code in its Phone "
                    u"Preview panel."_s;
     };
     for (QAction* action : window->findChildren<QAction*>()) {

@@ -343,7 +343,7 @@
         current: message.current,
       });
       layout.controls.length = message.pages.length;
-      say(message.pages.length ? '' : 'No layout is open in vornosc.');
+      say(message.pages.length ? '' : 'No layout is open in VornOSC.');
     } else if (message.kind === 'page') {
       layout.controls[message.page] = message.controls;
     } else if (message.kind === 'values') {
@@ -364,7 +364,7 @@
     socket.onmessage = (event) => take(JSON.parse(event.data));
     socket.onclose = (event) => {
       held.clear();
-      say(event.reason || 'The connection to vornosc was lost; trying again…');
+      say(event.reason || 'The connection to VornOSC was lost; trying again…');
       const retry = () => setTimeout(connect, kRetryMilliseconds);
       // A browser learns nothing of why a WebSocket was refused; the page
       // asked again tells whether the key still holds.
@@ -375,7 +375,7 @@
 
   function giveUp() {
     refused = true;
-    say('vornosc was restarted or made a new key: scan the new code in its Phone Preview '
+    say('VornOSC was restarted or made a new key: scan the new code in its Phone Preview '
       + 'panel.');
     requestDraw();
   }
